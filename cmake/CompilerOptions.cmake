@@ -1,0 +1,15 @@
+# Warnings are errors in our own code; the target carries them so that library headers stay out of it.
+add_library(velmorand_options INTERFACE)
+target_compile_options(velmorand_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wimplicit-fallthrough -Wswitch-enum -Werror)
+
+if(VELMORAND_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(VELMORAND_COVERAGE)
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
+endif()

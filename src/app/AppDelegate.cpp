@@ -1,0 +1,41 @@
+#include "app/AppDelegate.h"
+
+#include "platform/Platform.h"
+#include "preferences/PreferencesStore.h"
+#include "shortcuts/CarbonHotKeyRegistrar.h"
+#include "shortcuts/ShortcutManager.h"
+#include "windows/AXWindowClient.h"
+#include "windows/PermissionsManager.h"
+#include "windows/ScreenGeometryProvider.h"
+#include "windows/WindowManager.h"
+
+namespace velmorand {
+
+AppDelegate::AppDelegate(Platform& platform)
+    : preferencesStore_(std::make_shared<PreferencesStore>()),
+      permissionsManager_(std::make_shared<PermissionsManager>(platform.accessibility())),
+      screenGeometryProvider_(std::make_shared<ScreenGeometryProvider>(platform.displays())) {
+    const auto axClient = std::make_shared<AXWindowClient>(platform.accessibility(), platform.log());
+    windowManager_ = std::make_shared<WindowManager>(
+        permissionsManager_, preferencesStore_, screenGeometryProvider_, axClient,
+        WindowManagerPlatform{platform.accessibility(), platform.workspace(), platform.workspaceNotificationCenter(),
+                              platform.bundle(), platform.runLoop(), platform.log()});
+    const auto registrar =
+        std::make_shared<CarbonHotKeyRegistrar>(platform.hotKeyService(), platform.runLoop(), platform.log());
+    shortcutManager_ = std::make_shared<ShortcutManager>(preferencesStore_, windowManager_, registrar,
+                                                         platform.runLoop(), platform.log());
+    windowManager_->setOnFailure(
+        [logger = Logger(platform.log(), "windows")](std::string_view message) { logger.error("{}", message); });
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching() {
+    shortcutManager_->start();
+}
+
+void AppDelegate::applicationWillTerminate() {
+    shortcutManager_->stop();
+}
+
+}  // namespace velmorand

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/Application.h"
+#include "platform/Logger.h"
+
+#include <memory>
+
+namespace velmorand {
+
+class PermissionsManager;
+class Platform;
+class PreferencesStore;
+class ScreenGeometryProvider;
+class ShortcutManager;
+class WindowManager;
+
+/// Builds every service once, in a fixed order, and holds it for the life of the process. Nothing else creates
+/// services. Main thread only.
+class AppDelegate final : public ApplicationDelegate {
+public:
+    /// `platform` must outlive the delegate.
+    explicit AppDelegate(Platform& platform);
+    ~AppDelegate() override;
+
+    /// Starts the hot keys. Asks for nothing and shows nothing.
+    void applicationDidFinishLaunching() override;
+
+    /// Gives the hot keys back.
+    void applicationWillTerminate() override;
+
+    [[nodiscard]] PreferencesStore& preferencesStore() { return *preferencesStore_; }
+    [[nodiscard]] WindowManager& windowManager() { return *windowManager_; }
+    [[nodiscard]] ShortcutManager& shortcutManager() { return *shortcutManager_; }
+
+private:
+    std::shared_ptr<PreferencesStore> preferencesStore_;
+    std::shared_ptr<PermissionsManager> permissionsManager_;
+    std::shared_ptr<ScreenGeometryProvider> screenGeometryProvider_;
+    std::shared_ptr<WindowManager> windowManager_;
+    std::shared_ptr<ShortcutManager> shortcutManager_;
+};
+
+}  // namespace velmorand

@@ -1,0 +1,18 @@
+#include "app/AppDelegate.h"
+#include "platform/Platform.h"
+
+#include <cstdio>
+#include <memory>
+
+/// Nothing happens here but the making of the platform and of the delegate that builds everything on it.
+int main(int argumentCount, char** arguments) {
+    auto platform = velmorand::makePlatform(argumentCount, arguments);
+    if (!platform) {
+        std::fprintf(stderr, "velmorand: %s\n", platform.error().message.c_str());
+        return 1;
+    }
+    const auto delegate = std::make_shared<velmorand::AppDelegate>(**platform);
+    velmorand::Application& application = (*platform)->application();
+    application.setDelegate(delegate);
+    return application.run();
+}

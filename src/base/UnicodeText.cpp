@@ -1,0 +1,56 @@
+#include "base/UnicodeText.h"
+
+#include <unicode/brkiter.h>
+#include <unicode/locid.h>
+#include <unicode/unistr.h>
+
+#include <cassert>
+#include <cstdint>
+#include <memory>
+
+namespace velmorand {
+namespace {
+
+icu::UnicodeString fromUtf8(std::string_view text) {
+    return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
+}
+
+std::string toUtf8(const icu::UnicodeString& text) {
+    std::string result;
+    text.toUTF8String(result);
+    return result;
+}
+
+/// The end of the first user-perceived character, in UTF-16 units.
+std::int32_t firstBoundary(const icu::UnicodeString& text) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::BreakIterator> characters(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    assert(U_SUCCESS(status) && "ICU is installed with its break rules");
+    characters->setText(text);
+    characters->first();
+    const std::int32_t end = characters->next();
+    return end == icu::BreakIterator::DONE ? 0 : end;
+}
+
+}  // namespace
+
+std::string firstCharacter(std::string_view text) {
+    const icu::UnicodeString whole = fromUtf8(text);
+    return toUtf8(whole.tempSubString(0, firstBoundary(whole)));
+}
+
+bool isSingleCharacter(std::string_view text) {
+    const icu::UnicodeString whole = fromUtf8(text);
+    return !whole.isEmpty() && firstBoundary(whole) == whole.length();
+}
+
+std::string upperCased(std::string_view text) {
+    return toUtf8(fromUtf8(text).toUpper(icu::Locale::getRoot()));
+}
+
+std::string lowerCased(std::string_view text) {
+    return toUtf8(fromUtf8(text).toLower(icu::Locale::getRoot()));
+}
+
+}  // namespace velmorand

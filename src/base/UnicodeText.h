@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace velmorand {
+
+/// Text functions that look at characters as a reader sees them (extended grapheme clusters, Unicode Standard
+/// Annex 29), independent of any locale. All text is UTF-8; a byte sequence that is not valid counts as U+FFFD.
+
+/// The first user-perceived character; empty for empty text.
+[[nodiscard]] std::string firstCharacter(std::string_view text);
+
+/// Whether the text is exactly one user-perceived character.
+[[nodiscard]] bool isSingleCharacter(std::string_view text);
+
+/// Full upper-casing, which may change the length ("ß" becomes "SS").
+[[nodiscard]] std::string upperCased(std::string_view text);
+
+/// Full lower-casing.
+[[nodiscard]] std::string lowerCased(std::string_view text);
+
+}  // namespace velmorand

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+
+namespace velmorand {
+
+/// Told of the two events in the life of the application.
+class ApplicationDelegate {
+public:
+    virtual ~ApplicationDelegate() = default;
+    ApplicationDelegate(const ApplicationDelegate&) = delete;
+    ApplicationDelegate& operator=(const ApplicationDelegate&) = delete;
+
+    virtual void applicationDidFinishLaunching() = 0;
+    virtual void applicationWillTerminate() = 0;
+
+protected:
+    ApplicationDelegate() = default;
+};
+
+/// The shared application object (`NSApplication`). Main thread only.
+class Application {
+public:
+    virtual ~Application() = default;
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    /// The delegate is held weakly: the owner keeps it alive.
+    virtual void setDelegate(std::weak_ptr<ApplicationDelegate> delegate) = 0;
+
+    /// Runs the main loop until the application ends: the delegate is told that launching has finished in the
+    /// first turn, and that the application will terminate exactly once, whatever ends it. Answers the exit
+    /// status of the process: 0 for every wanted end, 1 when the window system was lost.
+    [[nodiscard]] virtual int run() = 0;
+
+    /// Ends the application after the running turn; later calls do nothing.
+    virtual void terminate() = 0;
+
+protected:
+    Application() = default;
+};
+
+}  // namespace velmorand

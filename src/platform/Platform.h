@@ -1,0 +1,54 @@
+#pragma once
+
+#include <expected>
+#include <memory>
+#include <string>
+
+namespace velmorand {
+
+class Accessibility;
+class Application;
+class Bundle;
+class Displays;
+class HotKeyService;
+class Log;
+class NotificationCenter;
+class RunLoop;
+class Workspace;
+
+/// Owns every service of the operating system that the program uses. It outlives all services built on it, which
+/// hold the interfaces by reference. Main thread only.
+class Platform {
+public:
+    virtual ~Platform() = default;
+    Platform(const Platform&) = delete;
+    Platform& operator=(const Platform&) = delete;
+
+    [[nodiscard]] virtual Accessibility& accessibility() = 0;
+    [[nodiscard]] virtual Workspace& workspace() = 0;
+    [[nodiscard]] virtual Displays& displays() = 0;
+    [[nodiscard]] virtual HotKeyService& hotKeyService() = 0;
+    /// Tells of other applications.
+    [[nodiscard]] virtual NotificationCenter& workspaceNotificationCenter() = 0;
+    /// Tells of the displays and of this application.
+    [[nodiscard]] virtual NotificationCenter& defaultNotificationCenter() = 0;
+    [[nodiscard]] virtual RunLoop& runLoop() = 0;
+    [[nodiscard]] virtual Application& application() = 0;
+    [[nodiscard]] virtual const Bundle& bundle() const = 0;
+    [[nodiscard]] virtual Log& log() = 0;
+
+protected:
+    Platform() = default;
+};
+
+/// Why the program cannot start here, as one line for the user.
+struct StartFailure {
+    std::string message;
+};
+
+/// Makes the platform this executable was linked for. `argumentCount` and `arguments` are the process's own and
+/// stay alive with the platform, which may take arguments that are meant for the toolkit.
+[[nodiscard]] std::expected<std::unique_ptr<Platform>, StartFailure> makePlatform(int& argumentCount,
+                                                                                   char** arguments);
+
+}  // namespace velmorand

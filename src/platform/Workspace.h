@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace velmorand {
+
+/// An application that is running now.
+struct RunningApplication {
+    /// Negative for an application whose process is not known or runs on another machine.
+    std::int32_t pid = 0;
+    std::optional<std::string> bundleIdentifier;
+    std::optional<std::string> localizedName;
+
+    bool operator==(const RunningApplication&) const = default;
+};
+
+/// The running applications of the user's session (`NSWorkspace`). Main thread only.
+class Workspace {
+public:
+    virtual ~Workspace() = default;
+    Workspace(const Workspace&) = delete;
+    Workspace& operator=(const Workspace&) = delete;
+
+    /// The application that receives the user's key presses; absent when there is none.
+    [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() = 0;
+
+protected:
+    Workspace() = default;
+};
+
+}  // namespace velmorand

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/Published.h"
+
+namespace velmorand {
+
+class Accessibility;
+
+/// Holds the last answer to "may this program move other applications' windows". It does not watch the system by
+/// itself: its users refresh it when they need it. Main thread only.
+class PermissionsManager {
+public:
+    /// Starts with the answer of this moment, without a prompt.
+    explicit PermissionsManager(Accessibility& accessibility);
+
+    PermissionsManager(const PermissionsManager&) = delete;
+    PermissionsManager& operator=(const PermissionsManager&) = delete;
+    ~PermissionsManager() = default;
+
+    /// The published answer.
+    [[nodiscard]] Published<bool>& isTrusted() { return isTrusted_; }
+
+    /// Asks the system again.
+    void refresh();
+
+    /// Asks the system again and has it tell the user what is missing when the answer is no.
+    void refreshWithPrompt();
+
+private:
+    Published<bool> isTrusted_;
+    Accessibility& accessibility_;
+};
+
+}  // namespace velmorand
