@@ -2,7 +2,9 @@
 
 #include <unicode/brkiter.h>
 #include <unicode/locid.h>
+#include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <unicode/ustring.h>
 
 #include <cassert>
 #include <cstdint>
@@ -42,7 +44,22 @@ std::string firstCharacter(std::string_view text) {
 
 bool isSingleCharacter(std::string_view text) {
     const icu::UnicodeString whole = fromUtf8(text);
-    return !whole.isEmpty() && firstBoundary(whole) == whole.length();
+    return whole.length() > 0 && firstBoundary(whole) == whole.length();
+}
+
+bool isValidUtf8(std::string_view text) {
+    UErrorCode status = U_ZERO_ERROR;
+    std::int32_t length = 0;
+    u_strFromUTF8(nullptr, 0, &length, text.data(), static_cast<std::int32_t>(text.size()), &status);
+    return status != U_INVALID_CHAR_FOUND;
+}
+
+bool hasControlCharacter(std::string_view text) {
+    const icu::UnicodeString characters = fromUtf8(text);
+    for (std::int32_t i = 0; i < characters.length(); ++i) {  // control characters are single units
+        if (u_charType(characters.charAt(i)) == U_CONTROL_CHAR) return true;
+    }
+    return false;
 }
 
 std::string upperCased(std::string_view text) {

@@ -20,4 +20,10 @@ namespace velmorand {
 /// Full lower-casing.
 [[nodiscard]] std::string lowerCased(std::string_view text);
 
+/// Whether the bytes are valid UTF-8: no overlong forms, no surrogates, nothing cut off.
+[[nodiscard]] bool isValidUtf8(std::string_view text);
+
+/// Whether the text holds a control character (category Cc), such as a line end or an escape.
+[[nodiscard]] bool hasControlCharacter(std::string_view text);
+
 }  // namespace velmorand

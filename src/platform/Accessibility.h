@@ -70,8 +70,7 @@ struct AXOtherValue {
     bool operator==(const AXOtherValue&) const = default;
 };
 
-using AXAttributeValue =
-    std::variant<AXOtherValue, AXElement, std::vector<AXElement>, std::string, bool, AXBoxedValue>;
+using AXAttributeValue = std::variant<AXOtherValue, AXElement, std::vector<AXElement>, std::string, bool, AXBoxedValue>;
 
 /// Other applications' windows. Frames are in the accessibility space (origin at the top-left corner of the
 /// primary display, y growing downward, points) and mean what the user sees of a window: with its decorations,

@@ -48,7 +48,6 @@ struct StartFailure {
 
 /// Makes the platform this executable was linked for. `argumentCount` and `arguments` are the process's own and
 /// stay alive with the platform, which may take arguments that are meant for the toolkit.
-[[nodiscard]] std::expected<std::unique_ptr<Platform>, StartFailure> makePlatform(int& argumentCount,
-                                                                                   char** arguments);
+[[nodiscard]] std::expected<std::unique_ptr<Platform>, StartFailure> makePlatform(int& argumentCount, char** arguments);
 
 }  // namespace velmorand

@@ -20,7 +20,7 @@ constexpr std::array<ModifierRow, 4> modifierRows{{
     {ShortcutModifiers::command, "⌘", "Command", 0x100000},
 }};
 
-std::vector<std::string_view> textsOf(ShortcutModifiers modifiers, std::string_view ModifierRow::*text) {
+std::vector<std::string_view> textsOf(ShortcutModifiers modifiers, std::string_view ModifierRow::* text) {
     std::vector<std::string_view> texts;
     for (const ModifierRow& row : modifierRows) {
         if (modifiers.contains(row.member)) texts.push_back(row.*text);

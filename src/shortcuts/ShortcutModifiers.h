@@ -47,9 +47,7 @@ public:
         return ShortcutModifiers(rawValue_ & ~other.rawValue_);
     }
 
-    [[nodiscard]] constexpr bool isSubsetOf(ShortcutModifiers other) const {
-        return subtracting(other).isEmpty();
-    }
+    [[nodiscard]] constexpr bool isSubsetOf(ShortcutModifiers other) const { return subtracting(other).isEmpty(); }
     [[nodiscard]] constexpr bool isSupersetOf(ShortcutModifiers other) const { return other.isSubsetOf(*this); }
     [[nodiscard]] constexpr bool isStrictSubsetOf(ShortcutModifiers other) const {
         return isSubsetOf(other) && *this != other;

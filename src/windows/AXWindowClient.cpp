@@ -36,8 +36,7 @@ std::expected<AXElement, WindowOperationError> AXWindowClient::elementAttribute(
     return std::get<AXElement>(*value);
 }
 
-std::optional<std::string> AXWindowClient::stringAttribute(std::string_view attribute,
-                                                           const AXElement& element) const {
+std::optional<std::string> AXWindowClient::stringAttribute(std::string_view attribute, const AXElement& element) const {
     const auto value = accessibility_.copyAttributeValue(element, attribute);
     if (!value || !std::holds_alternative<std::string>(*value)) return std::nullopt;
     return std::get<std::string>(*value);
@@ -143,8 +142,8 @@ std::expected<void, WindowOperationError> AXWindowClient::setSize(const AXElemen
 }
 
 std::expected<void, WindowOperationError> AXWindowClient::write(const AXElement& window, std::string_view attribute,
-                                                                std::variant<Point, Size> value,
-                                                                std::string_view noun, std::string_view verb) const {
+                                                                std::variant<Point, Size> value, std::string_view noun,
+                                                                std::string_view verb) const {
     const auto boxed = accessibility_.createValue(value);
     if (!boxed) return std::unexpected(WindowOperationError::missingWindowFrame);
     const auto written = accessibility_.setAttributeValue(window, attribute, *boxed);
@@ -153,8 +152,7 @@ std::expected<void, WindowOperationError> AXWindowClient::write(const AXElement&
     return std::unexpected(WindowOperationError::accessibility(failureMessage(written.error(), verb)));
 }
 
-std::expected<void, WindowOperationError> AXWindowClient::writeFrame(const AXElement& window,
-                                                                     const Rect& frame) const {
+std::expected<void, WindowOperationError> AXWindowClient::writeFrame(const AXElement& window, const Rect& frame) const {
     if (auto moved = setPosition(window, frame.origin()); !moved) return moved;
     return setSize(window, frame.size());
 }

@@ -79,8 +79,7 @@ private:
     [[nodiscard]] double area(const AXElement& window) const;
     [[nodiscard]] std::expected<void, WindowOperationError> writeFrame(const AXElement& window,
                                                                        const Rect& frame) const;
-    [[nodiscard]] std::expected<void, WindowOperationError> write(const AXElement& window,
-                                                                  std::string_view attribute,
+    [[nodiscard]] std::expected<void, WindowOperationError> write(const AXElement& window, std::string_view attribute,
                                                                   std::variant<Point, Size> value,
                                                                   std::string_view noun, std::string_view verb) const;
 

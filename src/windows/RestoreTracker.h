@@ -74,9 +74,8 @@ public:
     template <typename LivenessTest>
     void prune(LivenessTest&& isAlive) {
         const Date cutoff = now_() - lifetime_;
-        std::erase_if(entries_, [&](const auto& item) {
-            return !(item.second.updatedAt > cutoff && isAlive(item.first.key));
-        });
+        std::erase_if(entries_,
+                      [&](const auto& item) { return !(item.second.updatedAt > cutoff && isAlive(item.first.key)); });
     }
 
 private:

@@ -20,8 +20,8 @@ enum class DisplayTraversalOrder : std::uint8_t { spatialLeftToRightTopToBottom 
 /// displays afresh. Main thread only.
 class ScreenGeometryProvider {
 public:
-    explicit ScreenGeometryProvider(Displays& displays, DisplayTraversalOrder traversalOrder =
-                                                            DisplayTraversalOrder::spatialLeftToRightTopToBottom)
+    explicit ScreenGeometryProvider(
+        Displays& displays, DisplayTraversalOrder traversalOrder = DisplayTraversalOrder::spatialLeftToRightTopToBottom)
         : traversalOrder_(traversalOrder), displays_(displays) {}
 
     ScreenGeometryProvider(const ScreenGeometryProvider&) = delete;

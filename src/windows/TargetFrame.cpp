@@ -63,7 +63,11 @@ class Placer {
 public:
     Placer(const Rect& current, const ManagedScreen& screen, const LayoutOptions& options,
            std::span<const ManagedScreen> screens)
-        : current_(current), screen_(screen), options_(options), screens_(screens), area_(usableArea(screen, options)) {}
+        : current_(current),
+          screen_(screen),
+          options_(options),
+          screens_(screens),
+          area_(usableArea(screen, options)) {}
 
     std::optional<Placement> operator()(const Fraction& fraction) const {
         return Placement{fractionOf(area_, fraction, options_.innerGap), area_};

@@ -37,10 +37,10 @@ enum class WindowAction : std::uint8_t {
 
 /// All actions in declaration order.
 inline constexpr std::array allWindowActions{
-    WindowAction::leftHalf,       WindowAction::rightHalf,       WindowAction::topHalf,
-    WindowAction::bottomHalf,     WindowAction::topLeft,         WindowAction::topRight,
-    WindowAction::bottomLeft,     WindowAction::bottomRight,     WindowAction::leftThird,
-    WindowAction::centerThird,    WindowAction::rightThird,      WindowAction::leftTwoThirds,
+    WindowAction::leftHalf,        WindowAction::rightHalf,      WindowAction::topHalf,
+    WindowAction::bottomHalf,      WindowAction::topLeft,        WindowAction::topRight,
+    WindowAction::bottomLeft,      WindowAction::bottomRight,    WindowAction::leftThird,
+    WindowAction::centerThird,     WindowAction::rightThird,     WindowAction::leftTwoThirds,
     WindowAction::centerTwoThirds, WindowAction::rightTwoThirds, WindowAction::nextDisplay,
     WindowAction::previousDisplay, WindowAction::maximizeWindow, WindowAction::centerWindow,
     WindowAction::restore,

@@ -161,11 +161,11 @@ std::expected<FrameOutcome, WindowOperationError> WindowManager::moveAtOnce(cons
 void WindowManager::record(const Subject& subject, const Rect& source, const Rect& applied) {
     const auto entry = restoreTracker_.entry(subject.pid, subject.window);
     const bool stillWhereItWasPut = entry && framesMatch(entry->lastAppliedFrame, source);
-    restoreTracker_.setEntry(subject.pid, subject.window,
-                             RestoreTracker<WindowKey>::Entry{.restoreFrame =
-                                                                  stillWhereItWasPut ? entry->restoreFrame : source,
-                                                              .lastAppliedFrame = applied,
-                                                              .updatedAt = platform_.runLoop.date()});
+    restoreTracker_.setEntry(
+        subject.pid, subject.window,
+        RestoreTracker<WindowKey>::Entry{.restoreFrame = stillWhereItWasPut ? entry->restoreFrame : source,
+                                         .lastAppliedFrame = applied,
+                                         .updatedAt = platform_.runLoop.date()});
 }
 
 bool WindowManager::isAlive(const WindowKey& window) const {

@@ -78,8 +78,7 @@ private:
     Outcome requireTwoDisplays(WindowAction action) const;
     [[nodiscard]] std::expected<Subject, WindowOperationError> subject() const;
     [[nodiscard]] std::expected<RunningApplication, WindowOperationError> arrangeableApplication() const;
-    [[nodiscard]] std::expected<Rect, WindowOperationError> targetFrame(WindowAction action,
-                                                                        const Rect& current) const;
+    [[nodiscard]] std::expected<Rect, WindowOperationError> targetFrame(WindowAction action, const Rect& current) const;
 
     Outcome move(const Subject& subject, const Rect& target);
     Outcome restore(const Subject& subject);

@@ -71,7 +71,7 @@ void SimulatedDesktop::applyPosition(SimulatedWindowID id, Point position) {
 void SimulatedDesktop::applySize(SimulatedWindowID id, Size size) {
     SimulatedWindow& target = window(id);
     if (target.ignoresWrites) return;
-    const auto maximum = [&](double Size::*side) {
+    const auto maximum = [&](double Size::* side) {
         return target.maximumSize ? std::optional((*target.maximumSize).*side) : std::nullopt;
     };
     target.frame.width =

@@ -89,9 +89,8 @@ bool SimulatedHotKeyService::isRegistered(std::uint32_t keyCode, std::uint32_t m
 }
 
 std::optional<HotKeyID> SimulatedHotKeyService::registeredID(std::uint32_t keyCode, std::uint32_t modifiers) const {
-    const auto found = std::ranges::find_if(registrations_, [&](const auto& entry) {
-        return entry.second.combination == Combination{keyCode, modifiers};
-    });
+    const auto found = std::ranges::find_if(
+        registrations_, [&](const auto& entry) { return entry.second.combination == Combination{keyCode, modifiers}; });
     return found == registrations_.end() ? std::nullopt : std::optional(found->second.hotKeyID);
 }
 

@@ -1,0 +1,181 @@
+#include "platform/linux/DesktopEntries.h"
+
+#include "base/UnicodeText.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <ranges>
+#include <sstream>
+#include <system_error>
+
+namespace velmorand {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view suffix = ".desktop";
+constexpr std::uintmax_t largestEntry = 1U << 20U;
+
+std::string environmentOr(const char* name, std::string fallback) {
+    const char* value = std::getenv(name);
+    return value == nullptr || *value == '\0' ? std::move(fallback) : value;
+}
+
+std::vector<std::string> split(std::string_view text, char separator) {
+    std::vector<std::string> parts;
+    for (const auto part : std::views::split(text, separator)) parts.emplace_back(part.begin(), part.end());
+    return parts;
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(" \t\r");
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+std::string_view lastPart(std::string_view text, char separator) {
+    return text.substr(text.rfind(separator) + 1);  // npos + 1 is 0
+}
+
+/// The first word of a command line, which may be quoted.
+std::string executableOf(std::string_view command) {
+    const bool quoted = command.starts_with('"');
+    if (quoted) command.remove_prefix(1);
+    const std::string_view program = command.substr(0, command.find(quoted ? '"' : ' '));
+    return std::string(lastPart(program, '/'));
+}
+
+/// "de_AT.UTF-8" gives "de_AT" and "de".
+std::vector<std::string> sessionLocales() {
+    const std::string whole = environmentOr("LC_ALL", environmentOr("LC_MESSAGES", environmentOr("LANG", "C")));
+    const std::string locale = whole.substr(0, whole.find_first_of(".@"));
+    if (locale == "C" || locale == "POSIX") return {};
+    const std::string language = locale.substr(0, locale.find('_'));
+    return language == locale ? std::vector{locale} : std::vector{locale, language};
+}
+
+/// The values of the entry's main group; a repeated key keeps its first value.
+std::map<std::string, std::string, std::less<>> mainGroup(std::string_view text) {
+    std::map<std::string, std::string, std::less<>> values;
+    bool inMainGroup = false;
+    for (const auto part : std::views::split(text, '\n')) {
+        const std::string_view line = trimmed({part.begin(), part.end()});
+        if (line.empty() || line.starts_with('#')) continue;
+        if (line.starts_with('[')) {
+            inMainGroup = line == "[Desktop Entry]";
+            continue;
+        }
+        const auto equals = line.find('=');
+        if (!inMainGroup || equals == std::string_view::npos) continue;
+        values.emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+    }
+    return values;
+}
+
+}  // namespace
+
+std::optional<DesktopEntry> parseDesktopEntry(std::string id, std::string_view text,
+                                              const std::vector<std::string>& locales) {
+    const auto values = mainGroup(text);
+    const auto value = [&](const std::string& key) -> std::optional<std::string> {
+        const auto found = values.find(key);
+        return found == values.end() || found->second.empty() ? std::nullopt : std::optional(found->second);
+    };
+    if (value("Type") != "Application" || value("Hidden") == "true") return std::nullopt;
+
+    DesktopEntry entry{std::move(id), value("Name"), value("StartupWMClass"), value("Exec").transform(executableOf)};
+    for (const std::string& locale : locales) {
+        const auto localized = value("Name[" + locale + "]");
+        if (!localized) continue;
+        entry.name = localized;
+        break;
+    }
+    return entry;
+}
+
+DesktopEntries::DesktopEntries(std::vector<fs::path> folders, std::vector<std::string> locales)
+    : folders_(std::move(folders)), locales_(std::move(locales)) {}
+
+DesktopEntries DesktopEntries::ofSession() {
+    const std::string home = environmentOr("HOME", "/");
+    std::vector<fs::path> folders{environmentOr("XDG_DATA_HOME", home + "/.local/share")};
+    for (std::string& folder : split(environmentOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':'))
+        folders.emplace_back(std::move(folder));
+    std::erase_if(folders, [](const fs::path& folder) { return folder.is_relative(); });
+    return {std::move(folders), sessionLocales()};
+}
+
+DesktopEntries::FolderTimes DesktopEntries::folderTimes() const {
+    FolderTimes times;
+    for (const fs::path& folder : folders_) {
+        std::error_code error;
+        const auto time = fs::last_write_time(folder / "applications", error);
+        if (!error) times.emplace_back(folder, time);
+    }
+    return times;
+}
+
+void DesktopEntries::refresh() {
+    FolderTimes times = folderTimes();
+    if (read_ && times == times_) return;
+    entries_.clear();
+    for (const fs::path& folder : folders_) readFolder(folder / "applications");
+    times_ = std::move(times);
+    read_ = true;
+}
+
+void DesktopEntries::readFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::recursive_directory_iterator files(folder, fs::directory_options::skip_permission_denied, error);
+    for (const fs::recursive_directory_iterator end; !error && files != end; files.increment(error)) {
+        std::error_code fileError;
+        const fs::path& path = files->path();
+        if (path.extension() != suffix || !files->is_regular_file(fileError) ||
+            files->file_size(fileError) > largestEntry)
+            continue;
+        std::string id = path.lexically_relative(folder).string();
+        id.resize(id.size() - suffix.size());
+        std::ranges::replace(id, '/', '-');
+        if (entries_.contains(id)) continue;
+        std::ostringstream text;
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+        if (auto entry = parseDesktopEntry(id, text.view(), locales_)) entries_.emplace(id, std::move(*entry));
+    }
+}
+
+template <typename Matches>
+const DesktopEntry* DesktopEntries::find(Matches&& matches) {
+    refresh();
+    const auto found = std::ranges::find_if(entries_, [&](const auto& entry) { return matches(entry.second); });
+    return found == entries_.end() ? nullptr : &found->second;
+}
+
+const DesktopEntry* DesktopEntries::byID(std::string_view id) {
+    refresh();
+    const auto found = entries_.find(id);
+    return found == entries_.end() ? nullptr : &found->second;
+}
+
+const DesktopEntry* DesktopEntries::byStartupWMClass(std::string_view windowClass) {
+    if (const DesktopEntry* exact =
+            find([&](const DesktopEntry& entry) { return entry.startupWMClass == windowClass; }))
+        return exact;
+    const std::string lowered = lowerCased(windowClass);
+    return find([&](const DesktopEntry& entry) {
+        return entry.startupWMClass && lowerCased(*entry.startupWMClass) == lowered;
+    });
+}
+
+const DesktopEntry* DesktopEntries::byBaseName(std::string_view name) {
+    const std::string lowered = lowerCased(name);
+    if (const DesktopEntry* whole = find([&](const DesktopEntry& entry) { return lowerCased(entry.id) == lowered; }))
+        return whole;
+    return find([&](const DesktopEntry& entry) { return lowerCased(lastPart(entry.id, '.')) == lowered; });
+}
+
+const DesktopEntry* DesktopEntries::byExecutable(std::string_view executable) {
+    return find([&](const DesktopEntry& entry) { return entry.executable == executable; });
+}
+
+}  // namespace velmorand

@@ -1,0 +1,180 @@
+#include "platform/linux/LinuxAccessibility.h"
+
+#include "platform/IdentityElementBody.h"
+#include "platform/RunLoop.h"
+
+#include <cmath>
+#include <utility>
+
+namespace velmorand {
+namespace {
+
+constexpr double defaultMessagingTimeout = 0.75;
+
+using ApplicationBody = IdentityElementBody<std::int32_t>;
+using WindowBody = IdentityElementBody<WindowID>;
+
+Deadline deadlineAfter(double seconds) {
+    return std::chrono::steady_clock::now() +
+           std::chrono::duration_cast<std::chrono::steady_clock::duration>(std::chrono::duration<double>(seconds));
+}
+
+std::expected<AXAttributeValue, AXError> asElement(const std::expected<WindowID, AXError>& window) {
+    if (!window) return std::unexpected(window.error());
+    return AXAttributeValue(WindowBody::makeElement(*window));
+}
+
+template <typename Value>
+std::expected<Value, AXError> finiteValue(const AXBoxedValue& boxed, double Value::* first, double Value::* second) {
+    const auto* value = std::get_if<Value>(&boxed.value);
+    if (value == nullptr || !std::isfinite(value->*first) || !std::isfinite(value->*second))
+        return std::unexpected(AXError::illegalArgument);
+    return *value;
+}
+
+}  // namespace
+
+LinuxAccessibility::LinuxAccessibility(WindowSystem& windowSystem, RunLoop& runLoop, Log& log)
+    : windowSystem_(windowSystem), runLoop_(runLoop), logger_(log, "ax") {}
+
+bool LinuxAccessibility::isProcessTrusted() {
+    flushHeldPosition();
+    return !windowSystem_.missingForTrust();
+}
+
+bool LinuxAccessibility::isProcessTrustedWithPrompt() {
+    flushHeldPosition();
+    const auto missing = windowSystem_.missingForTrust();
+    if (missing) logger_.error("{}", *missing);
+    return !missing;
+}
+
+AXElement LinuxAccessibility::createApplication(std::int32_t pid) {
+    return ApplicationBody::makeElement(pid);
+}
+
+void LinuxAccessibility::setMessagingTimeout(const AXElement& element, double seconds) {
+    if (seconds == defaultMessagingTimeout)
+        timeouts_.erase(element);
+    else
+        timeouts_.insert_or_assign(element, seconds);
+}
+
+Deadline LinuxAccessibility::deadlineFor(const AXElement& element) const {
+    const auto found = timeouts_.find(element);
+    return deadlineAfter(found == timeouts_.end() ? defaultMessagingTimeout : found->second);
+}
+
+std::optional<AXBoxedValue> LinuxAccessibility::createValue(std::variant<Point, Size> value) {
+    if (const auto* point = std::get_if<Point>(&value)) return AXBoxedValue{AXValueType::point, *point};
+    return AXBoxedValue{AXValueType::size, std::get<Size>(value)};
+}
+
+std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyAttributeValue(const AXElement& element,
+                                                                                std::string_view attribute) {
+    if (const auto* pid = ApplicationBody::identityOf(element)) {
+        flushHeldPosition();
+        return copyFromApplication(*pid, attribute);
+    }
+    const auto* window = WindowBody::identityOf(element);
+    if (window == nullptr) return std::unexpected(AXError::invalidElement);
+    if (held_ && held_->window == *window) flushHeldPosition();
+    return copyFromWindow(*window, attribute, deadlineFor(element));
+}
+
+std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromApplication(std::int32_t pid,
+                                                                                 std::string_view attribute) {
+    if (windowSystem_.missingForTrust()) return std::unexpected(AXError::apiDisabled);
+    if (!windowSystem_.hasApplication(pid)) return std::unexpected(AXError::invalidElement);
+    if (attribute == ax_attribute::focusedWindow) return asElement(windowSystem_.focusedWindow(pid));
+    if (attribute == ax_attribute::mainWindow) return asElement(windowSystem_.mainWindow(pid));
+    if (attribute != ax_attribute::windows) return std::unexpected(AXError::attributeUnsupported);
+    const auto windows = windowSystem_.windows(pid);
+    if (!windows) return std::unexpected(windows.error());
+    std::vector<AXElement> elements;
+    for (const WindowID window : *windows) elements.push_back(WindowBody::makeElement(window));
+    return elements;
+}
+
+std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromWindow(WindowID window, std::string_view attribute,
+                                                                            Deadline deadline) {
+    const auto attributes = windowSystem_.attributes(window, deadline);
+    if (!attributes) return std::unexpected(attributes.error());
+    if (attribute == ax_attribute::role) return attributes->role;
+    if (attribute == ax_attribute::minimized) return attributes->minimized;
+    if (attribute == ax_attribute::fullScreen) return attributes->fullScreen;
+    if (attribute == ax_attribute::position) return AXBoxedValue{AXValueType::point, attributes->frame.origin()};
+    if (attribute == ax_attribute::size) return AXBoxedValue{AXValueType::size, attributes->frame.size()};
+    if (attribute != ax_attribute::subrole) return std::unexpected(AXError::attributeUnsupported);
+    if (!attributes->subrole) return std::unexpected(AXError::noValue);
+    return *attributes->subrole;
+}
+
+std::expected<bool, AXError> LinuxAccessibility::isAttributeSettable(const AXElement& element,
+                                                                     std::string_view attribute) {
+    flushHeldPosition();
+    const auto* window = WindowBody::identityOf(element);
+    if (window == nullptr) return false;
+    const auto attributes = windowSystem_.attributes(*window, deadlineFor(element));
+    if (!attributes) return std::unexpected(attributes.error());
+    if (attribute == ax_attribute::position) return attributes->positionSettable;
+    if (attribute == ax_attribute::size) return attributes->sizeSettable;
+    return false;
+}
+
+std::expected<void, AXError> LinuxAccessibility::setAttributeValue(const AXElement& element, std::string_view attribute,
+                                                                   const AXBoxedValue& value) {
+    const auto* window = WindowBody::identityOf(element);
+    const bool completesHeldPosition = held_ && window != nullptr && held_->window == *window;
+    if (!completesHeldPosition || attribute != ax_attribute::size) flushHeldPosition();
+    if (window == nullptr) return std::unexpected(AXError::attributeUnsupported);
+    if (attribute == ax_attribute::position) return holdPosition(*window, value, deadlineFor(element));
+    if (attribute == ax_attribute::size) return writeSize(*window, value, deadlineFor(element));
+    return std::unexpected(AXError::attributeUnsupported);
+}
+
+std::expected<void, AXError> LinuxAccessibility::holdPosition(WindowID window, const AXBoxedValue& value,
+                                                              Deadline deadline) {
+    const auto position = finiteValue<Point>(value, &Point::x, &Point::y);
+    if (!position) return std::unexpected(position.error());
+    if (auto movable = windowSystem_.checkMovable(window, deadline); !movable) return movable;
+    held_ = HeldPosition{window, *position};
+    flushHeldPositionAtEndOfTurn();
+    return {};
+}
+
+std::expected<void, AXError> LinuxAccessibility::writeSize(WindowID window, const AXBoxedValue& value,
+                                                           Deadline deadline) {
+    const auto held = std::exchange(held_, std::nullopt);  // whatever fails from here on drops it
+    const auto size = finiteValue<Size>(value, &Size::width, &Size::height);
+    if (!size) return std::unexpected(size.error());
+    const auto attributes = windowSystem_.attributes(window, deadline);
+    if (!attributes) return std::unexpected(attributes.error());
+    if (!attributes->sizeSettable) return std::unexpected(AXError::attributeUnsupported);
+    const Point origin = held ? held->position : attributes->frame.origin();
+    const auto settled = windowSystem_.setFrame(window, {origin.x, origin.y, size->width, size->height}, deadline);
+    if (!settled) return std::unexpected(settled.error());
+    return {};
+}
+
+void LinuxAccessibility::flushHeldPosition() {
+    const auto held = std::exchange(held_, std::nullopt);
+    if (!held) return;
+    const Deadline deadline = deadlineAfter(defaultMessagingTimeout);
+    const auto attributes = windowSystem_.attributes(held->window, deadline);
+    const auto moved = attributes ? windowSystem_.setFrame(held->window,
+                                                           {held->position.x, held->position.y, attributes->frame.width,
+                                                            attributes->frame.height},
+                                                           deadline)
+                                  : std::expected<Rect, AXError>(std::unexpected(attributes.error()));
+    // The write was already reported as done, so only the log can tell that it was not.
+    if (!moved) logger_.error("late position write failed AXError {}", moved.error().code);
+}
+
+void LinuxAccessibility::flushHeldPositionAtEndOfTurn() {
+    runLoop_.post([this, alive = std::weak_ptr(alive_)] {
+        if (!alive.expired()) flushHeldPosition();
+    });
+}
+
+}  // namespace velmorand

@@ -1,0 +1,101 @@
+#include "platform/LocalNotificationCenter.h"
+#include "platform/Platform.h"
+#include "platform/linux/LinuxAccessibility.h"
+#include "platform/linux/LinuxBundle.h"
+#include "platform/linux/LinuxDisplays.h"
+#include "platform/linux/LinuxLog.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/QtApplication.h"
+#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11HotKeyService.h"
+#include "platform/linux/x11/X11WindowSystem.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace velmorand {
+namespace {
+
+/// A Linux session on X11.
+class LinuxPlatform final : public Platform {
+public:
+    /// Our own connection comes first: without a server the toolkit would abort the process.
+    static std::expected<std::unique_ptr<Platform>, StartFailure> create(int& argumentCount, char** arguments) {
+        auto connection = X11Connection::open();
+        if (!connection) return std::unexpected(StartFailure{connection.error()});
+        std::unique_ptr<LinuxPlatform> platform(new LinuxPlatform(std::move(*connection), argumentCount, arguments));
+        auto windowSystem =
+            X11WindowSystem::create(*platform->connection_, platform->runLoop_, platform->bundle_.identifier());
+        if (!windowSystem) return std::unexpected(StartFailure{windowSystem.error()});
+        platform->assemble(std::move(*windowSystem));
+        return platform;
+    }
+
+    [[nodiscard]] Accessibility& accessibility() override { return *accessibility_; }
+    [[nodiscard]] Workspace& workspace() override { return *workspace_; }
+    [[nodiscard]] Displays& displays() override { return *displays_; }
+    [[nodiscard]] HotKeyService& hotKeyService() override { return hotKeyService_; }
+    [[nodiscard]] NotificationCenter& workspaceNotificationCenter() override { return workspaceNotificationCenter_; }
+    [[nodiscard]] NotificationCenter& defaultNotificationCenter() override { return defaultNotificationCenter_; }
+    [[nodiscard]] RunLoop& runLoop() override { return runLoop_; }
+    [[nodiscard]] Application& application() override { return application_; }
+    [[nodiscard]] const Bundle& bundle() const override { return bundle_; }
+    [[nodiscard]] Log& log() override { return log_; }
+
+private:
+    LinuxPlatform(std::unique_ptr<X11Connection> connection, int& argumentCount, char** arguments)
+        : connection_(std::move(connection)),
+          application_(argumentCount, arguments, log_),
+          hotKeyService_(*connection_) {
+        application_.endOnSignals(runLoop_);
+        readable_ = runLoop_.watch(connection_->file(), [this] { handleConnection(); });
+        sleeping_ = runLoop_.beforeSleeping([this] { handleConnection(); });
+    }
+
+    void assemble(std::unique_ptr<WindowSystem> windowSystem) {
+        windowSystem_ = std::move(windowSystem);
+        accessibility_ = std::make_unique<LinuxAccessibility>(*windowSystem_, runLoop_, log_);
+        workspace_ = std::make_unique<LinuxWorkspace>(*windowSystem_);
+        displays_ = std::make_unique<LinuxDisplays>(*windowSystem_);
+        windowSystem_->setObserver(
+            {.applicationTerminated =
+                 [this](std::int32_t pid) {
+                     workspaceNotificationCenter_.post({NotificationName::applicationTerminated, pid});
+                 },
+             .displaysChanged =
+                 [this] {
+                     defaultNotificationCenter_.post({NotificationName::screenParametersChanged, std::nullopt});
+                 }});
+    }
+
+    void handleConnection() {
+        if (!connection_->isLost()) connection_->handleEvents();
+        if (!connection_->isLost()) return;
+        readable_.cancel();
+        application_.endAfterLoss("The connection to the X server is lost.");
+    }
+
+    LinuxBundle bundle_;
+    LinuxLog log_{VELMORAND_IDENTIFIER};
+    LocalNotificationCenter workspaceNotificationCenter_;
+    LocalNotificationCenter defaultNotificationCenter_;
+    std::unique_ptr<X11Connection> connection_;
+    QtApplication application_;
+    QtRunLoop runLoop_;
+    X11HotKeyService hotKeyService_;
+    std::unique_ptr<WindowSystem> windowSystem_;
+    std::unique_ptr<LinuxAccessibility> accessibility_;
+    std::unique_ptr<LinuxWorkspace> workspace_;
+    std::unique_ptr<LinuxDisplays> displays_;
+    Subscription readable_;
+    Subscription sleeping_;
+};
+
+}  // namespace
+
+std::expected<std::unique_ptr<Platform>, StartFailure> makePlatform(int& argumentCount, char** arguments) {
+    return LinuxPlatform::create(argumentCount, arguments);
+}
+
+}  // namespace velmorand

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Workspace.h"
+#include "platform/linux/WindowSystem.h"
+
+namespace velmorand {
+
+/// The workspace of a Linux session.
+class LinuxWorkspace final : public Workspace {
+public:
+    explicit LinuxWorkspace(WindowSystem& windowSystem) : windowSystem_(windowSystem) {}
+
+    [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override {
+        return windowSystem_.frontmostApplication();
+    }
+
+private:
+    WindowSystem& windowSystem_;
+};
+
+}  // namespace velmorand

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/Subscription.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+
+namespace velmorand {
+
+class QtRunLoop;
+
+/// Tells when processes end. It holds on to each process itself, not to its number, so a number that is used again
+/// is never mistaken for the process it belonged to.
+class ProcessWatcher {
+public:
+    /// `ended` is called once for each watched process that ends, in a turn of the main loop.
+    ProcessWatcher(QtRunLoop& runLoop, std::function<void(std::int32_t pid)> ended);
+    ~ProcessWatcher();
+
+    ProcessWatcher(const ProcessWatcher&) = delete;
+    ProcessWatcher& operator=(const ProcessWatcher&) = delete;
+
+    /// Watches a process from now on; one that is watched already, or is gone, is ignored.
+    void watch(std::int32_t pid);
+
+    /// Whether the process is watched and has not ended.
+    [[nodiscard]] bool isRunning(std::int32_t pid) const { return watched_.contains(pid); }
+
+private:
+    struct Watched {
+        int file = -1;  // a pidfd
+        Subscription subscription;
+    };
+
+    void processEnded(std::int32_t pid);
+
+    QtRunLoop& runLoop_;
+    std::function<void(std::int32_t)> ended_;
+    std::map<std::int32_t, Watched> watched_;
+};
+
+}  // namespace velmorand

@@ -1,0 +1,292 @@
+#include "platform/linux/x11/X11WindowSystem.h"
+
+#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/x11/X11PropertyReader.h"
+
+#include <algorithm>
+#include <chrono>
+#include <ranges>
+#include <string_view>
+#include <utility>
+
+namespace velmorand {
+namespace {
+
+/// Bounds calls that are not on one element and so have no messaging timeout of their own.
+constexpr std::chrono::milliseconds queryTimeout{750};
+constexpr std::chrono::seconds startTimeout{5};
+/// Changes of displays and panels come in bursts.
+constexpr std::chrono::milliseconds displaysSettle{50};
+
+/// `_NET_WM_DESKTOP` of a window that is on every desktop.
+constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
+
+constexpr std::string_view waylandServerExtension = "XWAYLAND";
+
+Deadline queryDeadline() {
+    return std::chrono::steady_clock::now() + queryTimeout;
+}
+
+std::string roleOf(const X11WindowFacts& facts) {
+    switch (facts.type) {
+        case X11WindowType::normal:
+        case X11WindowType::dialog:
+        case X11WindowType::utility: return facts.overrideRedirect ? "AXUnknown" : "AXWindow";
+        case X11WindowType::desktop:
+        case X11WindowType::dock:
+        case X11WindowType::toolbar:
+        case X11WindowType::menu:
+        case X11WindowType::splash:
+        case X11WindowType::notification:
+        case X11WindowType::other: return "AXUnknown";
+    }
+    std::unreachable();
+}
+
+std::optional<std::string> subroleOf(const X11WindowFacts& facts) {
+    if (facts.type == X11WindowType::normal) return "AXStandardWindow";
+    if (facts.type == X11WindowType::dialog) return "AXDialog";
+    if (facts.type == X11WindowType::utility) return "AXFloatingWindow";
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::expected<std::unique_ptr<X11WindowSystem>, std::string> X11WindowSystem::create(
+    X11Connection& connection, QtRunLoop& runLoop, std::optional<std::string> ownIdentifier) {
+    const auto atoms = X11Atoms::intern(connection, std::chrono::steady_clock::now() + startTimeout);
+    if (!atoms) return std::unexpected("The X server does not answer.");
+    return std::unique_ptr<X11WindowSystem>(new X11WindowSystem(connection, runLoop, *atoms, std::move(ownIdentifier)));
+}
+
+X11WindowSystem::X11WindowSystem(X11Connection& connection, QtRunLoop& runLoop, const X11Atoms& atoms,
+                                 std::optional<std::string> ownIdentifier)
+    : connection_(connection),
+      runLoop_(runLoop),
+      atoms_(atoms),
+      processWatcher_(runLoop,
+                      [this](std::int32_t pid) {
+                          if (observer_.applicationTerminated) observer_.applicationTerminated(pid);
+                      }),
+      registry_(connection),
+      applications_(connection, atoms_, registry_, processWatcher_, std::move(ownIdentifier)),
+      monitors_(connection, atoms_),
+      writer_(connection, atoms_) {
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_EVENT_MASK, &events);
+
+    const Deadline deadline = std::chrono::steady_clock::now() + startTimeout;
+    const auto nested = connection.reply<xcb_query_extension_reply_t>(
+        xcb_query_extension(connection.raw(), static_cast<std::uint16_t>(waylandServerExtension.size()),
+                            waylandServerExtension.data()),
+        deadline);
+    isNested_ = nested && (*nested)->present != 0;
+
+    registry_.setLastWindowClosed([this](std::int32_t pid) {
+        if (pid < 0 && observer_.applicationTerminated) observer_.applicationTerminated(pid);
+    });
+    registry_.noteActive(activeWindow(deadline));
+    toldDisplays_ = displays();
+    handler_ = connection.handle([this](const xcb_generic_event_t& event) { handle(event); });
+}
+
+X11WindowSystem::~X11WindowSystem() = default;
+
+std::vector<std::uint32_t> X11WindowSystem::rootItems(X11AtomName property, std::uint32_t type,
+                                                      Deadline deadline) const {
+    const auto value =
+        readPropertyNow(connection_, connection_.root(), atoms_[property], x11_property_limit::windows, deadline);
+    return decodeItems(value, type).value_or(std::vector<std::uint32_t>{});
+}
+
+/// The properties of a dead window manager stay on the root window; only its own window goes.
+bool X11WindowSystem::isWindowManagerAlive(Deadline deadline) const {
+    const auto checkWindow = rootItems(X11AtomName::netSupportingWMCheck, XCB_ATOM_WINDOW, deadline);
+    if (checkWindow.empty()) return false;
+    const auto itself =
+        decodeFirstItem(readPropertyNow(connection_, checkWindow.front(), atoms_[X11AtomName::netSupportingWMCheck],
+                                        x11_property_limit::numbers, deadline),
+                        XCB_ATOM_WINDOW);
+    return itself == checkWindow.front();
+}
+
+std::optional<std::string> X11WindowSystem::missingForTrust() {
+    if (connection_.isLost()) return "The connection to the X server is lost.";
+    if (isNested_)
+        return "This is a Wayland session: through its X server the windows of other applications cannot be moved.";
+    if (!isWindowManagerAlive(queryDeadline()))
+        return "No window manager that follows the desktop's conventions (EWMH) is running.";
+    return std::nullopt;
+}
+
+xcb_window_t X11WindowSystem::activeWindow(Deadline deadline) const {
+    const auto active = rootItems(X11AtomName::netActiveWindow, XCB_ATOM_WINDOW, deadline);
+    return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
+}
+
+/// The active window, or the one that was active before a panel or a menu took its place.
+std::optional<WindowID> X11WindowSystem::effectiveActiveWindow(Deadline deadline) {
+    const xcb_window_t active = activeWindow(deadline);
+    if (active != XCB_WINDOW_NONE && active != connection_.root()) {
+        const auto facts = readWindowFacts(connection_, atoms_, active, deadline);
+        if (facts && facts->isOrdinary()) {
+            registry_.noteActive(active);
+            return registry_.identify(active);
+        }
+    }
+    const auto listed = rootItems(X11AtomName::netClientList, XCB_ATOM_WINDOW, deadline);
+    for (const WindowID window : registry_.byActivity()) {
+        if (std::ranges::count(listed, window.number) == 0) continue;
+        const auto facts = readWindowFacts(connection_, atoms_, window.number, deadline);
+        if (facts && facts->isOrdinary() && facts->viewable && isOnCurrentDesktop(window.number, deadline))
+            return window;
+    }
+    return std::nullopt;
+}
+
+bool X11WindowSystem::isOnCurrentDesktop(xcb_window_t window, Deadline deadline) const {
+    const auto desktop = decodeFirstItem(
+        readPropertyNow(connection_, window, atoms_[X11AtomName::netWMDesktop], x11_property_limit::numbers, deadline),
+        XCB_ATOM_CARDINAL);
+    if (!desktop || *desktop == allDesktops) return true;
+    const auto current = rootItems(X11AtomName::netCurrentDesktop, XCB_ATOM_CARDINAL, deadline);
+    return current.empty() || current.front() == *desktop;
+}
+
+std::optional<RunningApplication> X11WindowSystem::frontmostApplication() {
+    const Deadline deadline = queryDeadline();
+    const auto window = effectiveActiveWindow(deadline);
+    if (!window) return std::nullopt;
+    const auto application = applications_.applicationOf(*window, deadline);
+    return application ? std::optional(*application) : std::nullopt;
+}
+
+bool X11WindowSystem::hasApplication(std::int32_t pid) {
+    return processWatcher_.isRunning(pid) || registry_.hasApplication(pid) ||
+           !windowsFrontToBack(pid, queryDeadline()).empty();
+}
+
+std::vector<WindowID> X11WindowSystem::windowsFrontToBack(std::int32_t pid, Deadline deadline) {
+    auto listed = rootItems(X11AtomName::netClientListStacking, XCB_ATOM_WINDOW, deadline);
+    if (listed.empty()) listed = rootItems(X11AtomName::netClientList, XCB_ATOM_WINDOW, deadline);
+    std::vector<WindowID> windows;
+    for (const xcb_window_t number : std::views::reverse(listed)) {
+        const WindowID window = registry_.identify(number);
+        const auto application = applications_.applicationOf(window, deadline);
+        if (!application || application->pid != pid || !isOnCurrentDesktop(number, deadline)) continue;
+        const auto facts = readWindowFacts(connection_, atoms_, number, deadline);
+        if (facts && !facts->overrideRedirect) windows.push_back(window);
+    }
+    return windows;
+}
+
+std::expected<std::vector<WindowID>, AXError> X11WindowSystem::windows(std::int32_t pid) {
+    const Deadline deadline = queryDeadline();
+    auto windows = windowsFrontToBack(pid, deadline);
+    if (std::chrono::steady_clock::now() >= deadline || connection_.isLost())
+        return std::unexpected(AXError::cannotComplete);
+    return windows;
+}
+
+std::expected<WindowID, AXError> X11WindowSystem::focusedWindow(std::int32_t pid) {
+    const Deadline deadline = queryDeadline();
+    const xcb_window_t active = activeWindow(deadline);
+    if (active == XCB_WINDOW_NONE || active == connection_.root()) return std::unexpected(AXError::noValue);
+    const WindowID window = registry_.identify(active);
+    const auto application = applications_.applicationOf(window, deadline);
+    if (!application || application->pid != pid) return std::unexpected(AXError::noValue);
+    return window;
+}
+
+std::expected<WindowID, AXError> X11WindowSystem::mainWindow(std::int32_t pid) {
+    const Deadline deadline = queryDeadline();
+    const auto windows = windowsFrontToBack(pid, deadline);
+    if (windows.empty()) return std::unexpected(AXError::noValue);
+    std::optional<WindowID> mostRecent;
+    for (const WindowID window : windows) {
+        if (registry_.lastActive(window) <= (mostRecent ? registry_.lastActive(*mostRecent) : 0)) continue;
+        const auto facts = readWindowFacts(connection_, atoms_, window.number, deadline);
+        if (facts && facts->type == X11WindowType::normal) mostRecent = window;
+    }
+    return mostRecent.value_or(windows.front());
+}
+
+std::expected<X11WindowFacts, AXError> X11WindowSystem::factsOf(WindowID window, Deadline deadline) {
+    if (connection_.isLost()) return std::unexpected(AXError::cannotComplete);
+    if (!registry_.isCurrent(window)) return std::unexpected(AXError::invalidElement);
+    auto facts = writer_.facts(window.number, deadline);
+    // The window may have gone meanwhile and its number belong to another one already.
+    if (!registry_.isCurrent(window)) return std::unexpected(AXError::invalidElement);
+    return facts;
+}
+
+Rect X11WindowSystem::inAccessibilitySpace(const Rect& root, Deadline deadline) {
+    const Point origin = monitors_.origin(deadline);
+    return {root.x - origin.x, root.y - origin.y, root.width, root.height};
+}
+
+std::expected<WindowAttributes, AXError> X11WindowSystem::attributes(WindowID window, Deadline deadline) {
+    const auto facts = factsOf(window, deadline);
+    if (!facts) return std::unexpected(facts.error());
+    const bool isPlaceable = !facts->fullScreen && !facts->overrideRedirect;
+    return WindowAttributes{.role = roleOf(*facts),
+                            .subrole = subroleOf(*facts),
+                            .minimized = facts->isMinimized(),
+                            .fullScreen = facts->fullScreen,
+                            .positionSettable = isPlaceable && facts->allowsMove,
+                            .sizeSettable = isPlaceable && facts->allowsResize,
+                            .frame = inAccessibilitySpace(facts->geometry.visible(), deadline)};
+}
+
+std::expected<void, AXError> X11WindowSystem::checkMovable(WindowID window, Deadline deadline) {
+    const auto attributes = this->attributes(window, deadline);
+    if (!attributes) return std::unexpected(attributes.error());
+    if (!attributes->positionSettable) return std::unexpected(AXError::attributeUnsupported);
+    if (writer_.isWaitingForWindowManager() || !isWindowManagerAlive(deadline))
+        return std::unexpected(AXError::cannotComplete);
+    return {};
+}
+
+std::expected<Rect, AXError> X11WindowSystem::setFrame(WindowID window, const Rect& frame, Deadline deadline) {
+    if (!registry_.isCurrent(window)) return std::unexpected(AXError::invalidElement);
+    if (!isWindowManagerAlive(deadline)) return std::unexpected(AXError::cannotComplete);
+    const Point origin = monitors_.origin(deadline);
+    const Rect visible{frame.x + origin.x, frame.y + origin.y, frame.width, frame.height};
+    const auto settled = writer_.place(window.number, visible, deadline);
+    if (!settled) return std::unexpected(settled.error());
+    return inAccessibilitySpace(*settled, deadline);
+}
+
+std::vector<DisplayDescription> X11WindowSystem::displays() {
+    return monitors_.displays(queryDeadline());
+}
+
+void X11WindowSystem::handle(const xcb_generic_event_t& event) {
+    if (monitors_.concerns(event)) checkDisplaysSoon();
+    if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
+    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    if (change.window == connection_.root()) handleRootProperty(change.atom);
+}
+
+void X11WindowSystem::handleRootProperty(xcb_atom_t property) {
+    if (property == atoms_[X11AtomName::netActiveWindow]) registry_.noteActive(activeWindow(queryDeadline()));
+    if (property == atoms_[X11AtomName::netSupportingWMCheck]) writer_.windowManagerChanged();
+    if (property == atoms_[X11AtomName::netClientList]) {
+        // Every window is known from its beginning, so that a later one with its number is told from it.
+        for (const xcb_window_t window : rootItems(X11AtomName::netClientList, XCB_ATOM_WINDOW, queryDeadline()))
+            static_cast<void>(registry_.identify(window));
+    }
+}
+
+void X11WindowSystem::checkDisplaysSoon() {
+    displaysCheck_ = runLoop_.after(displaysSettle, [this] { checkDisplays(); });
+}
+
+void X11WindowSystem::checkDisplays() {
+    auto current = displays();
+    if (connection_.isLost() || current == toldDisplays_) return;
+    toldDisplays_ = std::move(current);
+    if (observer_.displaysChanged) observer_.displaysChanged();
+}
+
+}  // namespace velmorand
