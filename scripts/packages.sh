@@ -1,0 +1,120 @@
+#!/usr/bin/env bash
+# The Debian packages that Velmorand needs: the one list, shared by ./run, ./check and README.md.
+#
+# Other scripts source this file and call `require_packages GROUP...`. Started by itself it prints the list as
+# the table that stands in README.md; ./check compares the two.
+
+# group | package | what it is for
+package_rows() {
+    cat <<'ROWS'
+build | build-essential | C++23 compiler (g++ 12 or later) and the sanitizers' run-time libraries
+build | cmake | build configuration with presets
+build | ninja-build | runs the build
+build | pkg-config | finds the X libraries
+build | nlohmann-json3-dev | stored form of shortcuts and preferences
+build | libfmt-dev | formatting of log lines and messages
+build | libicu-dev | whole user-perceived characters and upper-casing of key labels
+build | libsystemd-dev | the log goes to the journal
+build | qt6-base-dev | event loop (Core, Gui) and D-Bus (DBus)
+build | libx11-dev | quiet end of the toolkit's own connection to the X server
+build | libxcb1-dev | connection to the X server
+build | libxcb-randr0-dev | displays
+build | libxcb-res0-dev | the process behind a window
+build | libxcb-xinput-dev | hot keys
+build | libxcb-xkb-dev | keyboard layout and its changes
+build | libxcb-xfixes0-dev | notices when the window manager changes
+build | libxkbcommon-dev | key symbols
+build | libxkbcommon-x11-dev | the X server's keymap
+build | libxcb-xtest0-dev | the tests press keys as a keyboard would
+build | libgtest-dev | tests
+build | libgmock-dev | tests: matchers
+display | x11-utils | `./run` asks with `xdpyinfo` whether the display answers
+desktop | xvfb | X server of the test desktops, without a screen
+desktop | openbox | window manager: a plain one
+desktop | xfwm4 | window manager: one with a compositor, so windows draw their own shadows
+desktop | fluxbox | window manager: one whose combined move-and-resize request is broken
+desktop | xfce4-panel | a panel that reserves an edge of the screen
+desktop | xterm | test window that resizes in steps
+desktop | python3-gi | test windows of a toolkit
+desktop | gir1.2-gtk-3.0 | test windows of a toolkit
+desktop | dbus-daemon | a private session bus for each test desktop
+desktop | fonts-dejavu-core | text in the test windows
+check | clang-format-19 | format check
+full | clang-tidy-19 | static analysis
+ROWS
+}
+
+group_title() {
+    case $1 in
+        build) echo "to build and unit-test" ;;
+        display) echo "to run on your display" ;;
+        desktop) echo "for the test desktops" ;;
+        check) echo "for \`./check\`" ;;
+        full) echo "for \`./check --full\`" ;;
+    esac
+}
+
+# packages_of GROUP... prints the packages of the groups, one a line.
+packages_of() {
+    local group
+    for group in "$@"; do
+        package_rows | sed -n "s/^$group | \([^ ]*\) | .*/\1/p"
+    done
+}
+
+# missing_packages PACKAGE... prints those that are not installed.
+missing_packages() {
+    local installed package
+    # shellcheck disable=SC2016  # the format is dpkg-query's, not the shell's
+    installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null || true)
+    for package in "$@"; do
+        grep -qxF "$package installed" <<<"$installed" || echo "$package"
+    done
+}
+
+# require_packages GROUP... returns when every package of the groups is installed, installing what is missing if
+# this user may. Otherwise it says what to do and ends the script with status 1. Nothing missing: apt is not touched.
+require_packages() {
+    local packages missing as_root=()
+    mapfile -t packages < <(packages_of "$@")
+    if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+        echo "This script installs packages with apt, which is not here. CONTRIBUTING.md tells how to build without it." >&2
+        echo "What is needed, under the names Debian gives it: ${packages[*]}" >&2
+        exit 1
+    fi
+    mapfile -t missing < <(missing_packages "${packages[@]}")
+    ((${#missing[@]})) || return 0
+
+    if (($(id -u) != 0)); then
+        if ! command -v sudo >/dev/null || ! sudo -n true 2>/dev/null; then
+            echo "Packages are missing. Run this line as root, then start again:" >&2
+            echo "apt-get update && apt-get install -y --no-install-recommends ${missing[*]}" >&2
+            exit 1
+        fi
+        as_root=(sudo -n)
+    fi
+
+    echo "Installing (this can take some minutes): ${missing[*]}"
+    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300)
+    "${apt[@]}" update || echo "apt-get update failed; going on with the package lists that are here." >&2
+    # The package tools would read our standard input, and tell of each of several hundred packages at length.
+    if ! "${apt[@]}" install -y --no-install-recommends "${missing[@]}" </dev/null >/dev/null; then
+        echo "The packages could not be installed." >&2
+        exit 1
+    fi
+}
+
+# The list as a Markdown table.
+package_table() {
+    local group package purpose
+    echo "| Package | What it is for | Needed |"
+    echo "|---|---|---|"
+    while IFS='|' read -r group package purpose; do
+        echo "| \`${package// /}\` |$purpose | $(group_title "${group// /}") |"
+    done < <(package_rows)
+}
+
+if [[ ${BASH_SOURCE[0]} == "$0" ]]; then
+    set -euo pipefail
+    package_table
+fi
