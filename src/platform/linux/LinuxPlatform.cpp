@@ -7,6 +7,7 @@
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/QtApplication.h"
 #include "platform/linux/QtRunLoop.h"
+#include "platform/linux/x11/ToolkitConnection.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11HotKeyService.h"
 #include "platform/linux/x11/X11WindowSystem.h"
@@ -48,6 +49,7 @@ private:
         : connection_(std::move(connection)),
           application_(argumentCount, arguments, log_),
           hotKeyService_(*connection_) {
+        silenceToolkitConnectionErrors();
         application_.endOnSignals(runLoop_);
         readable_ = runLoop_.watch(connection_->file(), [this] { handleConnection(); });
         sleeping_ = runLoop_.beforeSleeping([this] { handleConnection(); });
@@ -73,7 +75,7 @@ private:
         if (!connection_->isLost()) connection_->handleEvents();
         if (!connection_->isLost()) return;
         readable_.cancel();
-        application_.endAfterLoss("The connection to the X server is lost.");
+        application_.endAfterLoss();
     }
 
     LinuxBundle bundle_;

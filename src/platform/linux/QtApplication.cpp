@@ -14,28 +14,25 @@
 namespace velmorand {
 namespace {
 
-/// Whom the end of the process concerns: the toolkit calls `exit` when its connection breaks, and nothing but the
-/// exit handlers runs then.
-std::function<void()>& exitAction() {
-    static std::function<void()> action;
-    return action;
+/// The toolkit calls plain functions, which find their way back through this. At most one exists in a process.
+QtApplication* theApplication = nullptr;
+
+constexpr QLatin1StringView lossInTheToolkitsWords("The X11 connection broke");
+
+}  // namespace
+
+void QtApplication::processExits() {
+    if (theApplication != nullptr) theApplication->endByToolkit();
 }
 
-void runExitAction() {
-    if (const auto action = std::exchange(exitAction(), nullptr)) action();
-}
-
-/// The toolkit's own messages go where ours go, each on one line.
-Log*& toolkitLog() {
-    static Log* log = nullptr;
-    return log;
-}
-
-void forwardToolkitMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+void QtApplication::forwardToolkitMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+    if (theApplication == nullptr) return;
+    if (text.startsWith(lossInTheToolkitsWords)) return;  // told once, in our own words
     const bool isProblem = type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg;
-    if (Log* log = toolkitLog())
-        log->write(isProblem ? LogLevel::error : LogLevel::debug, "toolkit", text.toStdString());
+    theApplication->log_.write(isProblem ? LogLevel::error : LogLevel::debug, "toolkit", text.toStdString());
 }
+
+namespace {
 
 sigset_t endingSignals() {
     sigset_t signals{};
@@ -47,28 +44,25 @@ sigset_t endingSignals() {
 
 }  // namespace
 
-QtApplication::QtApplication(int& argumentCount, char** arguments, Log& log) : logger_(log, "app") {
+QtApplication::QtApplication(int& argumentCount, char** arguments, Log& log) : log_(log), logger_(log, "app") {
     // Blocked before the toolkit starts its threads, which inherit the mask: the signals then wait for us.
     const sigset_t signals = endingSignals();
     sigprocmask(SIG_BLOCK, &signals, nullptr);
 
-    toolkitLog() = &log;
+    theApplication = this;
     qInstallMessageHandler(forwardToolkitMessage);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     application_ = std::make_unique<QGuiApplication>(argumentCount, arguments);
-
-    exitAction() = [this] { takeTerminationPath(); };
-    static const int registered = std::atexit(runExitAction);
+    static const int registered = std::atexit(processExits);
     static_cast<void>(registered);
 }
 
 QtApplication::~QtApplication() {
-    exitAction() = nullptr;
+    theApplication = nullptr;
     signals_.cancel();
     if (signalFile_ >= 0) close(signalFile_);
     application_.reset();
     qInstallMessageHandler(nullptr);
-    toolkitLog() = nullptr;
 }
 
 void QtApplication::endOnSignals(QtRunLoop& runLoop) {
@@ -103,11 +97,20 @@ void QtApplication::terminate() {
     QMetaObject::invokeMethod(application_.get(), [] { QGuiApplication::exit(0); }, Qt::QueuedConnection);
 }
 
-void QtApplication::endAfterLoss(std::string_view reason) {
-    if (terminated_) return;
-    logger_.error("{}", reason);
+void QtApplication::reportLoss() {
+    if (!std::exchange(lossReported_, true)) logger_.error("The connection to the X server is lost.");
+}
+
+void QtApplication::endAfterLoss() {
+    reportLoss();
     exitStatus_ = 1;
     terminate();
+}
+
+/// Nothing else ends the process while the application exists.
+void QtApplication::endByToolkit() {
+    reportLoss();
+    takeTerminationPath();
 }
 
 void QtApplication::takeTerminationPath() {

@@ -4,8 +4,8 @@
 #include "platform/Application.h"
 #include "platform/Logger.h"
 
+#include <QtGlobal>
 #include <memory>
-#include <string_view>
 
 class QGuiApplication;
 
@@ -30,13 +30,19 @@ public:
     /// Follows the signals that ask a process to end, from the running of the loop on.
     void endOnSignals(QtRunLoop& runLoop);
 
-    /// Ends the application with status 1 because of `reason`, one line for the log.
-    void endAfterLoss(std::string_view reason);
+    /// Ends the application with status 1 because the X server is gone, which it logs once.
+    void endAfterLoss();
 
 private:
+    static void processExits();
+    static void forwardToolkitMessage(QtMsgType type, const QMessageLogContext& context, const QString& text);
+    void reportLoss();
+    void endByToolkit();
     void takeTerminationPath();
 
+    Log& log_;
     Logger logger_;
+    bool lossReported_ = false;
     std::unique_ptr<QGuiApplication> application_;
     std::weak_ptr<ApplicationDelegate> delegate_;
     Subscription signals_;
