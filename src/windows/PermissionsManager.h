@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Published.h"
+#include "base/ThreadChecker.h"
 
 namespace velmorand {
 
@@ -29,6 +30,7 @@ public:
 private:
     Published<bool> isTrusted_;
     Accessibility& accessibility_;
+    ThreadChecker thread_;
 };
 
 }  // namespace velmorand

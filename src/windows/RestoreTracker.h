@@ -2,7 +2,9 @@
 
 #include "base/Hash.h"
 #include "base/Rect.h"
+#include "base/ThreadChecker.h"
 
+#include <cassert>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -39,17 +41,20 @@ public:
 
     /// The frame to return to, also of an entry that has expired but was not pruned yet.
     [[nodiscard]] std::optional<Rect> restoreFrame(std::int32_t pid, const Key& key) const {
+        assert(thread_.isCurrent());
         const auto found = entries_.find({pid, key});
         return found == entries_.end() ? std::nullopt : std::optional(found->second.restoreFrame);
     }
 
     [[nodiscard]] std::optional<Entry> entry(std::int32_t pid, const Key& key) const {
+        assert(thread_.isCurrent());
         const auto found = entries_.find({pid, key});
         return found == entries_.end() ? std::nullopt : std::optional(found->second);
     }
 
     /// Stores the entry; an absent one removes the window.
     void setEntry(std::int32_t pid, const Key& key, std::optional<Entry> entry) {
+        assert(thread_.isCurrent());
         if (entry)
             entries_.insert_or_assign({pid, key}, *entry);
         else
@@ -58,6 +63,7 @@ public:
 
     /// Whether any window of this application has an entry, expired or not.
     [[nodiscard]] bool hasEntry(std::int32_t pid) const {
+        assert(thread_.isCurrent());
         for (const auto& [identity, entry] : entries_) {
             if (identity.pid == pid) return true;
         }
@@ -66,6 +72,7 @@ public:
 
     /// Drops every entry of this application.
     void forget(std::int32_t pid) {
+        assert(thread_.isCurrent());
         std::erase_if(entries_, [pid](const auto& item) { return item.first.pid == pid; });
     }
 
@@ -73,6 +80,7 @@ public:
     /// alive. `isAlive` (Key to bool) is not asked about expired entries.
     template <typename LivenessTest>
     void prune(LivenessTest&& isAlive) {
+        assert(thread_.isCurrent());
         const Date cutoff = now_() - lifetime_;
         std::erase_if(entries_,
                       [&](const auto& item) { return !(item.second.updatedAt > cutoff && isAlive(item.first.key)); });
@@ -98,6 +106,7 @@ private:
     std::unordered_map<Identity, Entry, IdentityHash> entries_;
     Date::duration lifetime_;
     std::function<Date()> now_;
+    ThreadChecker thread_;
 };
 
 }  // namespace velmorand

@@ -22,6 +22,7 @@ bool leftToRightThenTopToBottom(const ManagedScreen& a, const ManagedScreen& b) 
 }  // namespace
 
 std::vector<ManagedScreen> ScreenGeometryProvider::screens() const {
+    assert(thread_.isCurrent());
     const std::vector<DisplayDescription> displays = displays_.screens();
     std::vector<ManagedScreen> screens;
     if (displays.empty()) return screens;

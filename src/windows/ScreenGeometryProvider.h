@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Rect.h"
+#include "base/ThreadChecker.h"
 #include "windows/ManagedScreen.h"
 #include "windows/TargetFrame.h"
 #include "windows/WindowAction.h"
@@ -41,6 +42,7 @@ public:
 private:
     DisplayTraversalOrder traversalOrder_;
     Displays& displays_;
+    ThreadChecker thread_;
 };
 
 }  // namespace velmorand

@@ -27,6 +27,14 @@ std::uint32_t helperWidth(std::uint32_t barrier) {
     return 1 + barrier % helperWidths;
 }
 
+/// Some window managers place a client that once had a border of its own (they take it off) lower and further right by
+/// that border, whose width no property tells. It is small, and the same on both axes.
+constexpr double largestClientBorder = 4;
+
+bool isClientBorder(Point offset) {
+    return offset.x == offset.y && offset.x > 0 && offset.x <= largestClientBorder;
+}
+
 std::uint32_t asWord(double value) {
     return static_cast<std::uint32_t>(static_cast<std::int32_t>(value));
 }
@@ -70,7 +78,16 @@ std::expected<Rect, AXError> X11FrameWriter::place(xcb_window_t window, const Re
             freshlyNormal_ = FreshlyNormal{window, visible, now + shadowMayComeLate, now + readWaitsForShadow};
     }
 
-    sendPlacement(window, facts->geometry.clientFor(visible));
+    const Rect client = facts->geometry.clientFor(visible);
+    const auto settled = placeClient(window, client, deadline);
+    if (!settled) return settled;
+    const Point offset{settled->x - visible.x, settled->y - visible.y};
+    if (!isClientBorder(offset)) return settled;
+    return placeClient(window, {client.x - offset.x, client.y - offset.y, client.width, client.height}, deadline);
+}
+
+std::expected<Rect, AXError> X11FrameWriter::placeClient(xcb_window_t window, const Rect& client, Deadline deadline) {
+    sendPlacement(window, client);
     if (auto acted = waitForWindowManager(deadline); !acted) return std::unexpected(acted.error());
     const auto settled = readWindowFacts(connection_, atoms_, window, deadline);
     if (!settled) return std::unexpected(asAXError(settled.error()));

@@ -53,6 +53,7 @@ private:
                                                                Deadline deadline);
     [[nodiscard]] std::expected<void, AXError> waitForWindowManager(Deadline deadline);
     [[nodiscard]] std::expected<void, AXError> barrier(Deadline deadline);
+    [[nodiscard]] std::expected<Rect, AXError> placeClient(xcb_window_t window, const Rect& client, Deadline deadline);
     void sendPlacement(xcb_window_t window, const Rect& client);
     void sendStateRemoval(xcb_window_t window, xcb_atom_t first, xcb_atom_t second);
     void sendToRoot(xcb_window_t window, xcb_atom_t message, const xcb_client_message_data_t& data);
