@@ -30,6 +30,9 @@ build | libgtest-dev | tests
 build | libgmock-dev | tests: matchers
 display | x11-utils | `./run` asks with `xdpyinfo` whether the display answers
 desktop | xvfb | X server of the test desktops, without a screen
+desktop | xserver-xorg-core | X server of the test desktops that need several real outputs
+desktop | xserver-xorg-video-dummy | its displays, in memory
+desktop | x11-xkb-utils | the keyboard of that server
 desktop | openbox | window manager: a plain one
 desktop | xfwm4 | window manager: one with a compositor, so windows draw their own shadows
 desktop | fluxbox | window manager: one whose combined move-and-resize request is broken

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "desktop/demo/DemoModel.h"
+#include "desktop/demo/DemoScript.h"
+#include "desktop/harness/Pager.h"
+#include "desktop/harness/TestDesktop.h"
+#include "desktop/harness/TestKeyboard.h"
+
+#include <map>
+
+namespace velmorand::desktop {
+
+/// The desktop of the demo: two displays of different size, the primary one not at the origin of the root window,
+/// with a panel on it, and three windows; and on it the running program.
+class DemoDesktop {
+public:
+    /// Returns when the windows are on screen and \p program has registered \p shortcuts shortcuts. Fails, too, when
+    /// the window that draws its own shadow does not say so under a compositing window manager.
+    [[nodiscard]] static std::expected<std::unique_ptr<DemoDesktop>, HarnessError> open(
+        const std::filesystem::path& program, std::size_t shortcuts, WindowManagerKind windowManager);
+
+    /// The displays without the panel, from left to right, from the primary display's top-left corner.
+    [[nodiscard]] std::vector<PixelRect> workAreas() const;
+    /// The frame that the user sees, from the primary display's top-left corner; absent when the window is gone.
+    [[nodiscard]] std::optional<PixelRect> frameOf(DemoWindow window);
+    /// Between the two origins.
+    [[nodiscard]] PixelRect toRoot(const PixelRect& frame) const;
+    [[nodiscard]] PixelRect fromRoot(const PixelRect& frame) const;
+
+    [[nodiscard]] xcb_window_t idOf(DemoWindow window) const { return windows_.at(window); }
+    [[nodiscard]] XObserver& observer() { return desktop_->observer(); }
+    [[nodiscard]] Pager& pager() { return pager_; }
+    [[nodiscard]] TestKeyboard& keyboard() { return keyboard_; }
+    [[nodiscard]] ChildProcess& program() { return *program_; }
+    /// The process that the window belongs to.
+    [[nodiscard]] ChildProcess& client(DemoWindow window) { return clients_.at(window); }
+    /// The desktop underneath.
+    [[nodiscard]] TestDesktop& test() { return *desktop_; }
+    /// What everything that runs there wrote last.
+    [[nodiscard]] std::string logTails() const;
+
+private:
+    DemoDesktop(std::unique_ptr<TestDesktop> desktop, TestKeyboard keyboard)
+        : desktop_(std::move(desktop)), pager_(desktop_->observer()), keyboard_(keyboard) {}
+
+    [[nodiscard]] std::expected<void, HarnessError> openWindows();
+    [[nodiscard]] std::expected<void, HarnessError> checkShadow();
+    [[nodiscard]] std::expected<void, HarnessError> startProgram(const std::filesystem::path& program,
+                                                                 std::size_t shortcuts);
+
+    std::unique_ptr<TestDesktop> desktop_;
+    Pager pager_;
+    TestKeyboard keyboard_;
+    std::map<DemoWindow, ChildProcess> clients_;
+    std::map<DemoWindow, xcb_window_t> windows_;
+    std::optional<ChildProcess> program_;
+};
+
+}  // namespace velmorand::desktop

@@ -1,0 +1,34 @@
+#include "desktop/harness/HostileClient.h"
+
+namespace velmorand::desktop {
+
+void HostileClient::setProperty(xcb_window_t window, std::string_view name, std::string_view type, int format,
+                                std::span<const std::uint8_t> bytes) {
+    const auto items = static_cast<std::uint32_t>(bytes.size() / (static_cast<std::size_t>(format) / 8));
+    xcb_change_property(connection_.raw(), XCB_PROP_MODE_REPLACE, window, connection_.atom(name),
+                        connection_.atom(type), static_cast<std::uint8_t>(format), items, bytes.data());
+    connection_.synchronise();
+}
+
+void HostileClient::setNumbers(xcb_window_t window, std::string_view name, std::string_view type,
+                               std::span<const std::uint32_t> items) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(items.data());
+    setProperty(window, name, type, 32, {bytes, items.size_bytes()});
+}
+
+void HostileClient::deleteProperty(xcb_window_t window, std::string_view name) {
+    xcb_delete_property(connection_.raw(), window, connection_.atom(name));
+    connection_.synchronise();
+}
+
+void HostileClient::destroyWindow(xcb_window_t window) {
+    xcb_destroy_window(connection_.raw(), window);
+    connection_.synchronise();
+}
+
+void HostileClient::killClient(xcb_window_t window) {
+    xcb_kill_client(connection_.raw(), window);
+    connection_.synchronise();
+}
+
+}  // namespace velmorand::desktop

@@ -1,0 +1,168 @@
+#include "desktop/harness/TestDesktop.h"
+
+#include "desktop/harness/Screenshot.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace velmorand::desktop {
+
+namespace {
+
+std::vector<std::string> commandOf(const WindowManagerOptions& options) {
+    switch (options.kind) {
+        case WindowManagerKind::none: return {};
+        case WindowManagerKind::openbox: return {"openbox", "--sm-disable"};
+        case WindowManagerKind::xfwm4:
+            return {"xfwm4", options.isCompositing ? "--compositor=on" : "--compositor=off", "--vblank=off"};
+        case WindowManagerKind::fluxbox: return {"fluxbox", "-no-slit"};
+    }
+    std::unreachable();
+}
+
+PixelRect rootRect(const std::vector<Monitor>& monitors) {
+    PixelRect whole;
+    for (const auto& monitor : monitors) whole = united(whole, monitor.rect);
+    return whole;
+}
+
+std::vector<PixelRect> rectsOf(const std::vector<Monitor>& monitors) {
+    std::vector<PixelRect> rects;
+    std::ranges::transform(monitors, std::back_inserter(rects), &Monitor::rect);
+    return rects;
+}
+
+/// Programs made with GDK know only displays that are outputs: xfwm4 keeps windows off any other.
+OutputKind outputsFor(const DesktopOptions& options) {
+    const bool usesGdk = options.windowManager.kind == WindowManagerKind::xfwm4 || options.panel;
+    return usesGdk && options.monitors.size() > 1 ? OutputKind::several : OutputKind::single;
+}
+
+}  // namespace
+
+std::string_view nameOf(WindowManagerKind kind) {
+    switch (kind) {
+        case WindowManagerKind::none: return "none";
+        case WindowManagerKind::openbox: return "openbox";
+        case WindowManagerKind::xfwm4: return "xfwm4";
+        case WindowManagerKind::fluxbox: return "fluxbox";
+    }
+    std::unreachable();
+}
+
+std::expected<std::unique_ptr<TestDesktop>, HarnessError> TestDesktop::create(const DesktopOptions& options) {
+    auto folder = TemporaryFolder::create("velmorand-desktop");
+    if (!folder) return std::unexpected(folder.error());
+    auto environment = makeSession(folder->path());
+    if (!environment) return std::unexpected(environment.error());
+    const auto root = rootRect(options.monitors);
+    auto server = DisplayServer::start({.outputs = outputsFor(options),
+                                        .width = root.width,
+                                        .height = root.height,
+                                        .environment = *environment,
+                                        .folder = folder->path()});
+    if (!server) return std::unexpected(server.error());
+    environment->insert_or_assign("DISPLAY", server->displayName());
+    auto bus = SessionBus::start(*environment, folder->path());
+    if (!bus) return std::unexpected(bus.error());
+    environment->insert_or_assign("DBUS_SESSION_BUS_ADDRESS", bus->address());
+    auto observer = XObserver::connect(server->displayName());
+    if (!observer) return std::unexpected(observer.error());
+
+    std::unique_ptr<TestDesktop> desktop(new TestDesktop(std::move(*folder), std::move(*server), std::move(*bus),
+                                                         std::move(*observer), std::move(*environment)));
+    paintBackground(desktop->observer_.connection(), rectsOf(options.monitors));
+    if (auto done = desktop->setMonitors(options.monitors); !done) return std::unexpected(done.error());
+    if (DesktopViewer::isWanted()) {
+        auto viewer = DesktopViewer::start(desktop->displayName(), desktop->environment_, desktop->folder());
+        if (!viewer) return std::unexpected(viewer.error());
+        desktop->viewer_ = std::move(*viewer);
+    }
+    if (auto done = desktop->startWindowManager(options.windowManager); !done) return std::unexpected(done.error());
+    if (options.panel) {
+        if (auto done = desktop->startPanel(*options.panel); !done) return std::unexpected(done.error());
+    }
+    return desktop;
+}
+
+std::expected<ChildProcess, HarnessError> TestDesktop::start(const std::vector<std::string>& arguments,
+                                                             const Environment& additions) {
+    if (arguments.empty()) return std::unexpected(HarnessError{"no program to start"});
+    auto environment = environment_;
+    for (const auto& [name, value] : additions) environment.insert_or_assign(name, value);
+    const auto program = std::filesystem::path(arguments.front()).filename().string();
+    return ChildProcess::start({.arguments = arguments,
+                                .environment = std::move(environment),
+                                .logFile = folder() / fmt::format("{}-{}.log", ++startedPrograms_, program),
+                                .reportsOnDescriptor3 = false});
+}
+
+std::expected<void, HarnessError> TestDesktop::setMonitors(const std::vector<Monitor>& monitors) {
+    auto applied = applyMonitors(observer_.connection(), monitors);
+    if (applied) monitors_ = monitors;
+    return applied;
+}
+
+std::expected<void, HarnessError> TestDesktop::startWindowManager(const WindowManagerOptions& options) {
+    if (options.kind == WindowManagerKind::none) return {};
+    auto process = start(commandOf(options));
+    if (!process) return std::unexpected(process.error());
+    windowManager_ = std::move(*process);
+
+    const bool needsCompositing = options.kind == WindowManagerKind::xfwm4 && options.isCompositing;
+    // A compositing window manager says only after its start that clients may draw shadows.
+    const bool isReady = observer_.waitUntil([&] {
+        return observer_.windowManagerName().has_value() && observer_.isSupported("_NET_MOVERESIZE_WINDOW") &&
+               (!needsCompositing || (observer_.isComposited() && observer_.isSupported("_GTK_FRAME_EXTENTS")));
+    });
+    if (isReady) return {};
+    return std::unexpected(failure(fmt::format("{} does not answer as it should", nameOf(options.kind))));
+}
+
+void TestDesktop::stopWindowManager() {
+    windowManager_.reset();
+    observer_.waitUntil([&] { return !observer_.windowManagerName(); });
+}
+
+std::expected<void, HarnessError> TestDesktop::replaceWindowManager(const WindowManagerOptions& options) {
+    if (windowManager_) stopWindowManager();
+    return startWindowManager(options);
+}
+
+std::expected<void, HarnessError> TestDesktop::startPanel(const PanelOptions& options) {
+    if (auto written = writePanelSettings(environment_, options.edge, options.height); !written) return written;
+    auto process = start({"xfce4-panel", "--disable-wm-check"});
+    if (!process) return std::unexpected(process.error());
+    panel_ = std::move(*process);
+    // It reserves a little at first and the rest when its plug-ins are there.
+    const bool isReady = observer_.waitUntil([&] { return reservedOnPrimary(options.edge) == options.height; });
+    if (isReady) return {};
+    return std::unexpected(failure(fmt::format("the panel reserves {} pixels of the screen's edges instead of {}",
+                                               fmt::join(observer_.reservedEdges(), " "), options.height)));
+}
+
+int TestDesktop::reservedOnPrimary(PanelEdge edge) {
+    const auto strut = observer_.reservedEdges();
+    const auto primary = std::ranges::find_if(monitors_, &Monitor::isPrimary);
+    if (strut.empty() || primary == monitors_.end()) return 0;
+    // Struts are measured from the edge of the root window.
+    if (edge == PanelEdge::top) return static_cast<int>(strut[2]) - primary->rect.y;
+    return static_cast<int>(strut[3]) - (rootRect(monitors_).height - primary->rect.bottom());
+}
+
+std::string TestDesktop::logTails() const {
+    std::string text = fmt::format("--- desktop {} ---\n{}", displayName(), server_.process().logTail(10));
+    if (windowManager_) text += windowManager_->logTail();
+    if (panel_) text += panel_->logTail();
+    return text;
+}
+
+HarnessError TestDesktop::failure(std::string_view what) const {
+    return {fmt::format("{}\n{}", what, logTails())};
+}
+
+}  // namespace velmorand::desktop

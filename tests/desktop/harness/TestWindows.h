@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace velmorand::desktop {
+
+/// A test window to open: what the commands below make of it.
+struct TestWindow {
+    /// By which it is found; should be unique on its desktop.
+    std::string title = {};
+    /// Size of its content in pixels, without decorations.
+    int width = 640;
+    int height = 420;
+    /// 0 for none.
+    int minimumWidth = 0;
+    int minimumHeight = 0;
+    bool isResizable = true;
+    /// The application's identifier and, made of it, both parts of WM_CLASS; empty for the program's own.
+    std::string applicationId = {};
+};
+
+/// Each returns the command that opens the window, for TestDesktop::start().
+
+/// A toolkit window that draws its own title bar and, where a compositing manager runs, its own shadow.
+[[nodiscard]] std::vector<std::string> clientSideWindow(const TestWindow& window);
+/// A toolkit window in the window manager's decorations.
+[[nodiscard]] std::vector<std::string> serverSideWindow(const TestWindow& window);
+/// A terminal, whose size goes in steps of characters. It prints a few lines and stays; of \p window only the title
+/// counts.
+[[nodiscard]] std::vector<std::string> terminalWindow(const TestWindow& window);
+
+}  // namespace velmorand::desktop

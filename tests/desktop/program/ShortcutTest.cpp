@@ -1,0 +1,124 @@
+#include "desktop/demo/DemoRun.h"
+#include "desktop/harness/TemporaryFolder.h"
+#include "desktop/program/ProgramTest.h"
+
+#include <set>
+
+namespace velmorand::desktop {
+namespace {
+
+class ShortcutTest : public ProgramTest {};
+
+TEST_P(ShortcutTest, EveryDefaultShortcutPutsTheFocusedWindowWhereItBelongs) {
+    DemoRun run(desktop(), {});
+    std::set<std::string_view> pressed;
+
+    for (const DemoStep& step : demoScript()) {
+        const auto row = run.perform(step);
+        ASSERT_TRUE(row) << row.error();
+        EXPECT_NE(row->verdict, DemoVerdict::failed)
+            << step.action << " on the " << nameOf(step.window) << " window: wanted " << row->wanted << ", is at "
+            << row->after << ", " << row->remark;
+        pressed.insert(step.action);
+    }
+
+    EXPECT_EQ(pressed.size(), demoActions().size());
+}
+
+TEST_P(ShortcutTest, AWindowWithItsOwnShadowIsPlacedByWhatTheUserSees) {
+    const bool isComposited = desktop().observer().isComposited();
+    ASSERT_EQ(isComposited, GetParam() == WindowManagerKind::xfwm4);
+    const auto shadow = desktop().observer().clientShadow(desktop().idOf(DemoWindow::clientSide)).value_or(Extents{});
+    ASSERT_EQ(shadow != Extents{}, isComposited);
+
+    focus(DemoWindow::clientSide);
+    expectLanding("rightThird", DemoWindow::clientSide);
+}
+
+TEST_P(ShortcutTest, LocksDoNotKeepAShortcutFromWorking) {
+    focus(DemoWindow::serverSide);
+    struct Locks {
+        bool numLock;
+        bool capsLock;
+        std::string_view action;
+    };
+    for (const auto& [numLock, capsLock, action] :
+         {Locks{true, false, "left"}, Locks{false, true, "right"}, Locks{true, true, "bottomLeft"}}) {
+        ASSERT_TRUE(desktop().keyboard().setNumLock(numLock));
+        ASSERT_TRUE(desktop().keyboard().setCapsLock(capsLock));
+        expectLanding(action, DemoWindow::serverSide);
+    }
+}
+
+TEST_P(ShortcutTest, AHeldShortcutActsOnce) {
+    focus(DemoWindow::serverSide);
+
+    const HeldKey held = desktop().keyboard().hold({Key::leftSuper, Key::leftAlt}, Key::left);
+
+    ASSERT_TRUE(logs("Dispatching shortcut left"));
+    // The server repeats a held key for the first time after 660 ms and then every 40 ms.
+    const bool repeated = desktop().observer().waitUntil([&] { return count("Dispatching shortcut left") > 1; },
+                                                         std::chrono::milliseconds(1200));
+    EXPECT_FALSE(repeated);
+}
+
+TEST_P(ShortcutTest, AMaximizedWindowIsPutBackToNormalAndPlaced) {
+    for (const DemoWindow window : {DemoWindow::serverSide, DemoWindow::clientSide}) {
+        SCOPED_TRACE(nameOf(window));
+        focus(window);
+        const auto maximized = desktop().pager().maximize(desktop().idOf(window));
+        ASSERT_TRUE(maximized) << maximized.error();
+
+        expectLanding("topRight", window);
+
+        const WindowStates states = desktop().observer().states(desktop().idOf(window));
+        EXPECT_FALSE(states.maximizedHorizontally || states.maximizedVertically);
+    }
+}
+
+TEST_P(ShortcutTest, AFullScreenWindowIsLeftAlone) {
+    focus(DemoWindow::serverSide);
+    const auto window = desktop().idOf(DemoWindow::serverSide);
+    const auto entered = desktop().pager().setFullscreen(window, true);
+    ASSERT_TRUE(entered) << entered.error();
+    const PixelRect wholeDisplay = desktop().fromRoot({0, 0, 1280, 1024});
+    const PixelRect before = settledFrame(DemoWindow::serverSide, wholeDisplay);
+    ASSERT_EQ(before, wholeDisplay);
+
+    press("left");
+
+    EXPECT_TRUE(logs("velmorand [windows] error: No focused window is available."));
+    EXPECT_EQ(desktop().frameOf(DemoWindow::serverSide), before);
+    EXPECT_TRUE(desktop().observer().states(window).fullscreen);
+}
+
+TEST_P(ShortcutTest, TwoActionsInARowAreUndoneByOneRestore) {
+    focus(DemoWindow::serverSide);
+    const PixelRect before = desktop().frameOf(DemoWindow::serverSide).value_or(PixelRect{});
+    expectLanding("left", DemoWindow::serverSide);
+    expectLanding("top", DemoWindow::serverSide);
+
+    press("restore");
+
+    const PixelRect seen = settledFrame(DemoWindow::serverSide, before);
+    EXPECT_TRUE(framesAgree(seen, before, frameTolerance)) << "was at " << before << ", is at " << seen;
+    press("restore");
+    EXPECT_TRUE(logs("velmorand [windows] error: No previous frame is available to restore."));
+}
+
+TEST_P(ShortcutTest, OnlyTheFocusedWindowMoves) {
+    focus(DemoWindow::clientSide);
+    const auto terminal = desktop().frameOf(DemoWindow::terminal);
+    const auto serverSide = desktop().frameOf(DemoWindow::serverSide);
+
+    expectLanding("leftTwoThirds", DemoWindow::clientSide);
+
+    EXPECT_EQ(desktop().frameOf(DemoWindow::terminal), terminal);
+    EXPECT_EQ(desktop().frameOf(DemoWindow::serverSide), serverSide);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, ShortcutTest, testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4),
+                         windowManagerName);
+
+}  // namespace
+}  // namespace velmorand::desktop
