@@ -145,7 +145,7 @@ void DesktopEntries::readFolder(const fs::path& folder) {
 }
 
 template <typename Matches>
-const DesktopEntry* DesktopEntries::find(Matches&& matches) {
+const DesktopEntry* DesktopEntries::find(const Matches& matches) {
     refresh();
     const auto found = std::ranges::find_if(entries_, [&](const auto& entry) { return matches(entry.second); });
     return found == entries_.end() ? nullptr : &found->second;

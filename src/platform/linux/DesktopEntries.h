@@ -54,7 +54,7 @@ private:
     [[nodiscard]] FolderTimes folderTimes() const;
     void readFolder(const std::filesystem::path& folder);
     template <typename Matches>
-    [[nodiscard]] const DesktopEntry* find(Matches&& matches);
+    [[nodiscard]] const DesktopEntry* find(const Matches& matches);
 
     std::vector<std::filesystem::path> folders_;
     std::vector<std::string> locales_;

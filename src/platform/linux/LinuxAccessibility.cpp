@@ -98,6 +98,7 @@ std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromApplication
 
 std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromWindow(WindowID window, std::string_view attribute,
                                                                             Deadline deadline) {
+    if (windowSystem_.missingForTrust()) return std::unexpected(AXError::apiDisabled);
     const auto attributes = windowSystem_.attributes(window, deadline);
     if (!attributes) return std::unexpected(attributes.error());
     if (attribute == ax_attribute::role) return attributes->role;
@@ -115,6 +116,7 @@ std::expected<bool, AXError> LinuxAccessibility::isAttributeSettable(const AXEle
     flushHeldPosition();
     const auto* window = WindowBody::identityOf(element);
     if (window == nullptr) return false;
+    if (windowSystem_.missingForTrust()) return std::unexpected(AXError::apiDisabled);
     const auto attributes = windowSystem_.attributes(*window, deadlineFor(element));
     if (!attributes) return std::unexpected(attributes.error());
     if (attribute == ax_attribute::position) return attributes->positionSettable;
@@ -125,9 +127,9 @@ std::expected<bool, AXError> LinuxAccessibility::isAttributeSettable(const AXEle
 std::expected<void, AXError> LinuxAccessibility::setAttributeValue(const AXElement& element, std::string_view attribute,
                                                                    const AXBoxedValue& value) {
     const auto* window = WindowBody::identityOf(element);
-    const bool completesHeldPosition = held_ && window != nullptr && held_->window == *window;
-    if (!completesHeldPosition || attribute != ax_attribute::size) flushHeldPosition();
     if (window == nullptr) return std::unexpected(AXError::attributeUnsupported);
+    const bool completesHeldPosition = held_ && held_->window == *window && attribute == ax_attribute::size;
+    if (!completesHeldPosition) flushHeldPosition();
     if (attribute == ax_attribute::position) return holdPosition(*window, value, deadlineFor(element));
     if (attribute == ax_attribute::size) return writeSize(*window, value, deadlineFor(element));
     return std::unexpected(AXError::attributeUnsupported);

@@ -67,13 +67,12 @@ LinuxLog::LinuxLog(std::string subsystem)
 void LinuxLog::write(LogLevel level, std::string_view category, std::string_view text) {
     const std::string line = asOneLine(text);
     if (writesToJournal_) {
-        const std::array fields{"MESSAGE=" + line, fmt::format("PRIORITY={}", syslogPriority(level)),
-                                "SUBSYSTEM=" + subsystem_, fmt::format("CATEGORY={}", category),
-                                std::string("SYSLOG_IDENTIFIER=velmorand")};
+        std::array fields{"MESSAGE=" + line, fmt::format("PRIORITY={}", syslogPriority(level)),
+                          "SUBSYSTEM=" + subsystem_, fmt::format("CATEGORY={}", category),
+                          std::string("SYSLOG_IDENTIFIER=velmorand")};
         std::array<iovec, fields.size()> vectors{};
-        std::ranges::transform(fields, vectors.begin(), [](const std::string& field) {
-            return iovec{const_cast<char*>(field.data()), field.size()};  // the journal only reads
-        });
+        std::ranges::transform(fields, vectors.begin(),
+                               [](std::string& field) { return iovec{field.data(), field.size()}; });
         sd_journal_sendv(vectors.data(), static_cast<int>(vectors.size()));
         return;
     }

@@ -2,6 +2,7 @@
 
 #include "platform/linux/QtRunLoop.h"
 
+#include <poll.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -24,6 +25,13 @@ void ProcessWatcher::watch(std::int32_t pid) {
     const auto file = static_cast<int>(syscall(SYS_pidfd_open, pid, 0U));  // no wrapper in the C library yet
     if (file < 0) return;
     watched_.emplace(pid, Watched{file, runLoop_.watch(file, [this, pid] { processEnded(pid); })});
+}
+
+bool ProcessWatcher::isRunning(std::int32_t pid) const {
+    const auto found = watched_.find(pid);
+    if (found == watched_.end()) return false;
+    pollfd ended{.fd = found->second.file, .events = POLLIN, .revents = 0};
+    return poll(&ended, 1, 0) == 0;
 }
 
 void ProcessWatcher::processEnded(std::int32_t pid) {

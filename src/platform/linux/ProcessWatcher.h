@@ -24,8 +24,8 @@ public:
     /// Watches a process from now on; one that is watched already, or is gone, is ignored.
     void watch(std::int32_t pid);
 
-    /// Whether the process is watched and has not ended.
-    [[nodiscard]] bool isRunning(std::int32_t pid) const { return watched_.contains(pid); }
+    /// Whether the process is watched and has not ended, as of now: its end may not have been told yet.
+    [[nodiscard]] bool isRunning(std::int32_t pid) const;
 
 private:
     struct Watched {

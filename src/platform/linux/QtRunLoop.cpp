@@ -58,10 +58,8 @@ RunLoop::Timer QtRunLoop::after(Duration delay, Task task) {
     auto timer = makeQtObject<QTimer>();
     timer->setSingleShot(true);
     timer->setTimerType(Qt::PreciseTimer);
-    QObject::connect(timer.get(), &QTimer::timeout, [shared = std::make_shared<Task>(std::move(task))] {
-        const auto running = shared;  // the task may end its own timer
-        (*running)();
-    });
+    QObject::connect(timer.get(), &QTimer::timeout,
+                     [shared = std::make_shared<Task>(std::move(task))] { (*shared)(); });
     timer->start(ceilToMilliseconds(delay));
     return Timer([timer] { timer->stop(); });
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmorand {
@@ -21,7 +22,14 @@ struct LogLine {
 class SimulatedLog final : public Log {
 public:
     void write(LogLevel level, std::string_view category, std::string_view text) override {
-        lines_.push_back({level, std::string(category), std::string(text)});
+        std::string line;
+        for (const char character : text) {
+            if (character == '\n')
+                line += "\\n";
+            else
+                line += character;
+        }
+        lines_.push_back({level, std::string(category), std::move(line)});
     }
 
     [[nodiscard]] const std::vector<LogLine>& lines() const { return lines_; }

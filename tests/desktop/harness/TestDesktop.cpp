@@ -119,7 +119,7 @@ std::expected<void, HarnessError> TestDesktop::startWindowManager(const WindowMa
         return observer_.windowManagerName().has_value() && observer_.isSupported("_NET_MOVERESIZE_WINDOW") &&
                (!needsCompositing || (observer_.isComposited() && observer_.isSupported("_GTK_FRAME_EXTENTS")));
     });
-    if (isReady) return {};
+    if (isReady && observer_.waitForWindowManager()) return {};
     return std::unexpected(failure(fmt::format("{} does not answer as it should", nameOf(options.kind))));
 }
 

@@ -29,6 +29,18 @@ std::vector<std::string> serverSideWindow(const TestWindow& window) {
     return pythonWindow("server_side.py", window);
 }
 
+std::vector<std::string> plainWindow(const TestWindow& window) {
+    std::vector<std::string> command{VELMORAND_PLAIN_WINDOW, "--title", window.title, "--size",
+                                     fmt::format("{}x{}", window.width, window.height)};
+    if (window.minimumWidth > 0 || window.minimumHeight > 0) {
+        command.insert(command.end(),
+                       {"--minimum-size", fmt::format("{}x{}", window.minimumWidth, window.minimumHeight)});
+    }
+    if (!window.isResizable) command.emplace_back("--fixed");
+    if (!window.applicationId.empty()) command.insert(command.end(), {"--class", window.applicationId});
+    return command;
+}
+
 std::vector<std::string> terminalWindow(const TestWindow& window) {
     constexpr const char* session =
         R"(printf '%s\n' '$ ls' 'Desktop  Documents  Music  Pictures  notes.txt' '$ wc -l notes.txt'

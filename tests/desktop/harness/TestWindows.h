@@ -26,6 +26,9 @@ struct TestWindow {
 [[nodiscard]] std::vector<std::string> clientSideWindow(const TestWindow& window);
 /// A toolkit window in the window manager's decorations.
 [[nodiscard]] std::vector<std::string> serverSideWindow(const TestWindow& window);
+/// A window of a program without a toolkit, in the window manager's decorations. It opens another window, with " 2" and
+/// so on behind the title, each time its program gets SIGUSR1.
+[[nodiscard]] std::vector<std::string> plainWindow(const TestWindow& window);
 /// A terminal, whose size goes in steps of characters. It prints a few lines and stays; of \p window only the title
 /// counts.
 [[nodiscard]] std::vector<std::string> terminalWindow(const TestWindow& window);

@@ -158,6 +158,26 @@ std::optional<std::string> XObserver::windowManagerName() {
     return connection_.text(named.front(), "_NET_WM_NAME");
 }
 
+bool XObserver::waitForWindowManager(std::chrono::milliseconds timeout) {
+    // It gets the requests on every window, and lets those pass that it does not manage.
+    const xcb_window_t window = xcb_generate_id(connection_.raw());
+    xcb_create_window(connection_.raw(), XCB_COPY_FROM_PARENT, window, connection_.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    std::uint32_t width = 1;
+    const bool handled = waitUntil(
+        [&] {
+            const auto geometry =
+                connection_.reply<xcb_get_geometry_reply_t>(xcb_get_geometry(connection_.raw(), window));
+            if (geometry && width > 1 && geometry->width == width) return true;
+            ++width;
+            xcb_configure_window(connection_.raw(), window, XCB_CONFIG_WINDOW_WIDTH, &width);
+            return false;
+        },
+        timeout);
+    xcb_destroy_window(connection_.raw(), window);
+    return handled;
+}
+
 bool XObserver::isSupported(std::string_view atomName) {
     return contains(connection_.numbers(connection_.root(), "_NET_SUPPORTED"), connection_.atom(atomName));
 }

@@ -77,6 +77,9 @@ public:
 
     /// The name of the running window manager; absent when its check window is not alive.
     [[nodiscard]] std::optional<std::string> windowManagerName();
+    /// Waits until the window manager handles requests. It announces itself before it does, and what arrives in between
+    /// may lie there until the next request.
+    [[nodiscard]] bool waitForWindowManager(std::chrono::milliseconds timeout = patience);
     /// Whether the window manager lists \p atomName in _NET_SUPPORTED.
     [[nodiscard]] bool isSupported(std::string_view atomName);
     /// Whether a compositing manager owns this screen.

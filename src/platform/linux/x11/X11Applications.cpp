@@ -41,8 +41,9 @@ std::expected<RunningApplication, X11Failure> X11Applications::applicationOf(Win
     if (const auto* known = registry_.application(window)) return *known;
     const auto process = processOf(window.number, deadline);
     if (!process) return std::unexpected(process.error());
-    RunningApplication application = identify(window.number, *process, deadline);
-    if (*process) processWatcher_.watch(**process);
+    const std::optional<std::int32_t> pid = *process;
+    RunningApplication application = identify(window.number, pid, deadline);
+    if (pid) processWatcher_.watch(*pid);
     registry_.setApplication(window, application);
     return application;
 }

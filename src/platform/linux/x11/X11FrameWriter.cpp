@@ -156,14 +156,14 @@ void X11FrameWriter::waitForShadow(xcb_window_t window, Deadline deadline) {
     const Deadline until = std::min(deadline, freshlyNormal_->readUntil);
     if (steady_clock::now() >= until) return;
     // A client that stays silent costs the wait once; afterwards a change is followed by its event alone.
-    static_cast<void>(connection_.waitForEvent(
-        [this](const xcb_generic_event_t&) { return freshlyNormal_ && freshlyNormal_->shadowDeclared; }, until));
+    [[maybe_unused]] const auto declared = connection_.waitForEvent(
+        [this](const xcb_generic_event_t&) { return freshlyNormal_ && freshlyNormal_->shadowDeclared; }, until);
 }
 
-bool X11FrameWriter::isShadowDeclaration(const xcb_generic_event_t& event) const {
-    if (!freshlyNormal_ || eventType(event) != XCB_PROPERTY_NOTIFY) return false;
+bool X11FrameWriter::isShadowDeclaration(const xcb_generic_event_t& event, const FreshlyNormal& placed) const {
+    if (eventType(event) != XCB_PROPERTY_NOTIFY) return false;
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    return change.window == freshlyNormal_->window && change.atom == atoms_[X11AtomName::gtkFrameExtents];
+    return change.window == placed.window && change.atom == atoms_[X11AtomName::gtkFrameExtents];
 }
 
 void X11FrameWriter::noteEvent(const xcb_generic_event_t& event) {
@@ -171,7 +171,7 @@ void X11FrameWriter::noteEvent(const xcb_generic_event_t& event) {
         const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
         if (change.window == helper_) noteBarrierAnswer(change.width);
     }
-    if (isShadowDeclaration(event)) freshlyNormal_->shadowDeclared = true;
+    if (freshlyNormal_ && isShadowDeclaration(event, *freshlyNormal_)) freshlyNormal_->shadowDeclared = true;
 }
 
 /// Answers come in order, so one answers every barrier before it too.
@@ -189,8 +189,9 @@ void X11FrameWriter::windowManagerChanged() {
 
 /// The frame was placed with the shadow known then; it is placed once more with the one declared since.
 void X11FrameWriter::reassert(const xcb_generic_event_t& event) {
-    if (!isShadowDeclaration(event) || isWaitingForWindowManager()) return;
-    const FreshlyNormal placed = *std::exchange(freshlyNormal_, std::nullopt);
+    if (!freshlyNormal_ || !isShadowDeclaration(event, *freshlyNormal_) || isWaitingForWindowManager()) return;
+    const FreshlyNormal placed = *freshlyNormal_;
+    freshlyNormal_.reset();
     const auto now = steady_clock::now();
     if (now > placed.until) return;
     const auto facts = readWindowFacts(connection_, atoms_, placed.window, now + readWaitsForShadow);

@@ -61,7 +61,7 @@ private:
     void noteBarrierAnswer(std::uint32_t width);
     void noteEvent(const xcb_generic_event_t& event);
     void reassert(const xcb_generic_event_t& event);
-    [[nodiscard]] bool isShadowDeclaration(const xcb_generic_event_t& event) const;
+    [[nodiscard]] bool isShadowDeclaration(const xcb_generic_event_t& event, const FreshlyNormal& placed) const;
 
     X11Connection& connection_;
     const X11Atoms& atoms_;

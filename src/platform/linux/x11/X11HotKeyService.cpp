@@ -87,36 +87,36 @@ HotKeyRegistration X11HotKeyService::registerHotKey(std::uint32_t keyCode, std::
     if (!keycode || !mask) return {hotKeyParameterError, std::nullopt};
 
     const Combination combination{*keycode, *mask};
+    Grab grab{*keycode, modifiers_->lockCombinations()};
+    for (std::uint32_t& withLocks : grab.masks) withLocks |= *mask;
     const bool isOurs =
         std::ranges::any_of(registrations_, [&](const auto& entry) { return entry.second.combination == combination; });
     if (isOurs) return {hotKeyAlreadyTaken, std::nullopt};
-    if (const OSStatus status = probeCoreGrab(combination, deadline); status != noError) return {status, std::nullopt};
-    if (const OSStatus status = grab(combination, deadline); status != noError) return {status, std::nullopt};
+    if (const OSStatus status = probeCoreGrab(grab, deadline); status != noError) return {status, std::nullopt};
+    if (const OSStatus status = establish(grab, deadline); status != noError) return {status, std::nullopt};
     const HotKeyReference reference{++lastReference_};
-    registrations_.emplace(reference, Registration{combination, hotKeyID});
+    registrations_.emplace(reference, Registration{combination, std::move(grab), hotKeyID});
     return {noError, reference};
 }
 
 OSStatus X11HotKeyService::unregisterHotKey(HotKeyReference reference) {
     const auto node = registrations_.extract(reference);
     if (node.empty()) return hotKeyParameterError;
-    ungrab(node.mapped().combination);
+    release(node.mapped().grab);
     connection_.flush();
     return noError;
 }
 
 /// Asks for the combination by the older mechanism and gives it back: the two mechanisms do not see each other.
-OSStatus X11HotKeyService::probeCoreGrab(const Combination& combination, Deadline deadline) {
-    const auto locks = modifiers_->lockCombinations();
+OSStatus X11HotKeyService::probeCoreGrab(const Grab& grab, Deadline deadline) {
     std::vector<xcb_void_cookie_t> requests;
-    for (const std::uint32_t lock : locks) {
+    for (const std::uint32_t mask : grab.masks) {
         requests.push_back(xcb_grab_key_checked(connection_.raw(), 0, connection_.root(),
-                                                static_cast<std::uint16_t>(combination.mask | lock),
-                                                combination.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+                                                static_cast<std::uint16_t>(mask), grab.keycode, XCB_GRAB_MODE_ASYNC,
+                                                XCB_GRAB_MODE_ASYNC));
     }
-    for (const std::uint32_t lock : locks) {
-        xcb_ungrab_key(connection_.raw(), combination.keycode, connection_.root(),
-                       static_cast<std::uint16_t>(combination.mask | lock));
+    for (const std::uint32_t mask : grab.masks) {
+        xcb_ungrab_key(connection_.raw(), grab.keycode, connection_.root(), static_cast<std::uint16_t>(mask));
     }
     const auto errors = connection_.check(requests, deadline);
     if (!errors) return hotKeyInternalError;
@@ -125,28 +125,23 @@ OSStatus X11HotKeyService::probeCoreGrab(const Combination& combination, Deadlin
     return allFree ? noError : hotKeyInternalError;
 }
 
-OSStatus X11HotKeyService::grab(const Combination& combination, Deadline deadline) {
-    std::vector<std::uint32_t> masks = modifiers_->lockCombinations();
-    for (std::uint32_t& mask : masks) mask |= combination.mask;
+OSStatus X11HotKeyService::establish(const Grab& grab, Deadline deadline) {
     const auto reply = connection_.reply<xcb_input_xi_passive_grab_device_reply_t>(
-        xcb_input_xi_passive_grab_device(connection_.raw(), XCB_CURRENT_TIME, connection_.root(), XCB_CURSOR_NONE,
-                                         combination.keycode, allMasterDevices,
-                                         static_cast<std::uint16_t>(masks.size()), 1, XCB_INPUT_GRAB_TYPE_KEYCODE,
-                                         XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
-                                         XCB_INPUT_GRAB_OWNER_NO_OWNER, &keyEvents, masks.data()),
+        xcb_input_xi_passive_grab_device(
+            connection_.raw(), XCB_CURRENT_TIME, connection_.root(), XCB_CURSOR_NONE, grab.keycode, allMasterDevices,
+            static_cast<std::uint16_t>(grab.masks.size()), 1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC,
+            XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &keyEvents, grab.masks.data()),
         deadline);
     if (reply && xcb_input_xi_passive_grab_device_modifiers_length(reply->get()) == 0) return noError;
     // The reply lists the modifiers that failed; the others are ours now and are given back.
-    ungrab(combination);
+    release(grab);
     return reply ? hotKeyAlreadyTaken : hotKeyInternalError;
 }
 
-void X11HotKeyService::ungrab(const Combination& combination) {
-    std::vector<std::uint32_t> masks = modifiers_->lockCombinations();
-    for (std::uint32_t& mask : masks) mask |= combination.mask;
-    xcb_input_xi_passive_ungrab_device(connection_.raw(), connection_.root(), combination.keycode, allMasterDevices,
-                                       static_cast<std::uint16_t>(masks.size()), XCB_INPUT_GRAB_TYPE_KEYCODE,
-                                       masks.data());
+void X11HotKeyService::release(const Grab& grab) {
+    xcb_input_xi_passive_ungrab_device(connection_.raw(), connection_.root(), grab.keycode, allMasterDevices,
+                                       static_cast<std::uint16_t>(grab.masks.size()), XCB_INPUT_GRAB_TYPE_KEYCODE,
+                                       grab.masks.data());
 }
 
 void X11HotKeyService::handle(const xcb_generic_event_t& event) {

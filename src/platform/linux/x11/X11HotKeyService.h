@@ -27,22 +27,28 @@ public:
     OSStatus unregisterHotKey(HotKeyReference reference) override;
 
 private:
-    /// A grabbed key with its X modifiers, without the locks.
+    /// A key with its X modifiers, without the locks.
     struct Combination {
         std::uint8_t keycode = 0;
         std::uint32_t mask = 0;
 
         bool operator==(const Combination&) const = default;
     };
+    /// What is grabbed for a combination: the key with each of these masks, which differ in the locks.
+    struct Grab {
+        std::uint8_t keycode = 0;
+        std::vector<std::uint32_t> masks;
+    };
     struct Registration {
         Combination combination;
+        Grab grab;
         HotKeyID hotKeyID;
     };
 
     [[nodiscard]] std::optional<X11ModifierMap> readModifierMap(Deadline deadline);
-    [[nodiscard]] OSStatus probeCoreGrab(const Combination& combination, Deadline deadline);
-    [[nodiscard]] OSStatus grab(const Combination& combination, Deadline deadline);
-    void ungrab(const Combination& combination);
+    [[nodiscard]] OSStatus probeCoreGrab(const Grab& grab, Deadline deadline);
+    [[nodiscard]] OSStatus establish(const Grab& grab, Deadline deadline);
+    void release(const Grab& grab);
     void handle(const xcb_generic_event_t& event);
     void deliver(HotKeyID hotKeyID);
 

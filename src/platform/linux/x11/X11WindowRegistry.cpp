@@ -73,7 +73,8 @@ void X11WindowRegistry::drop(const xcb_generic_event_t& event) {
     if (eventType(event) != XCB_DESTROY_NOTIFY) return;
     const auto window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
     const auto node = records_.extract(window);
-    if (!node.empty() && node.mapped().application) closed_.push_back(node.mapped().application->pid);
+    if (node.empty()) return;
+    if (const auto& application = node.mapped().application) closed_.push_back(application->pid);
 }
 
 void X11WindowRegistry::tellOfClosedApplications() {

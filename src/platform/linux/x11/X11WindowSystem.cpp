@@ -86,7 +86,9 @@ X11WindowSystem::X11WindowSystem(X11Connection& connection, QtRunLoop& runLoop, 
         if (pid < 0 && observer_.applicationTerminated) observer_.applicationTerminated(pid);
     });
     registry_.noteActive(activeWindow(deadline));
+    getToKnowWindows();
     toldDisplays_ = displays();
+    listener_ = connection.listen([this](const xcb_generic_event_t& event) { noteWindowManager(event); });
     handler_ = connection.handle([this](const xcb_generic_event_t& event) { handle(event); });
 }
 
@@ -99,15 +101,32 @@ std::vector<std::uint32_t> X11WindowSystem::rootItems(X11AtomName property, std:
     return decodeItems(value, type).value_or(std::vector<std::uint32_t>{});
 }
 
-/// The properties of a dead window manager stay on the root window; only its own window goes.
-bool X11WindowSystem::isWindowManagerAlive(Deadline deadline) const {
+/// The properties of a dead window manager stay on the root window; only its own window goes. Once that window was
+/// found alive, the event of its end is enough.
+bool X11WindowSystem::isWindowManagerAlive(Deadline deadline) {
+    connection_.takeInEvents();
+    if (windowManager_ != XCB_WINDOW_NONE) return true;
     const auto checkWindow = rootItems(X11AtomName::netSupportingWMCheck, XCB_ATOM_WINDOW, deadline);
     if (checkWindow.empty()) return false;
+    windowManager_ = checkWindow.front();  // from here on its end is listened for
+    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection_.raw(), windowManager_, XCB_CW_EVENT_MASK, &events);
     const auto itself =
         decodeFirstItem(readPropertyNow(connection_, checkWindow.front(), atoms_[X11AtomName::netSupportingWMCheck],
                                         x11_property_limit::numbers, deadline),
                         XCB_ATOM_WINDOW);
-    return itself == checkWindow.front();
+    if (itself != checkWindow.front()) windowManager_ = XCB_WINDOW_NONE;
+    return windowManager_ != XCB_WINDOW_NONE;
+}
+
+void X11WindowSystem::noteWindowManager(const xcb_generic_event_t& event) {
+    if (eventType(event) == XCB_DESTROY_NOTIFY &&
+        reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == windowManager_)
+        windowManager_ = XCB_WINDOW_NONE;
+    if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
+    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    if (change.window == connection_.root() && change.atom == atoms_[X11AtomName::netSupportingWMCheck])
+        windowManager_ = XCB_WINDOW_NONE;
 }
 
 std::optional<std::string> X11WindowSystem::missingForTrust() {
@@ -271,10 +290,15 @@ void X11WindowSystem::handle(const xcb_generic_event_t& event) {
 void X11WindowSystem::handleRootProperty(xcb_atom_t property) {
     if (property == atoms_[X11AtomName::netActiveWindow]) registry_.noteActive(activeWindow(queryDeadline()));
     if (property == atoms_[X11AtomName::netSupportingWMCheck]) writer_.windowManagerChanged();
-    if (property == atoms_[X11AtomName::netClientList]) {
-        // Every window is known from its beginning, so that a later one with its number is told from it.
-        for (const xcb_window_t window : rootItems(X11AtomName::netClientList, XCB_ATOM_WINDOW, queryDeadline()))
-            static_cast<void>(registry_.identify(window));
+    if (property == atoms_[X11AtomName::netClientList]) getToKnowWindows();
+}
+
+/// Every window and its application are known from the beginning: a later window with the same number is told from it,
+/// the end of any application is noticed, and a press finds the answers ready.
+void X11WindowSystem::getToKnowWindows() {
+    const Deadline deadline = queryDeadline();
+    for (const xcb_window_t window : rootItems(X11AtomName::netClientList, XCB_ATOM_WINDOW, deadline)) {
+        [[maybe_unused]] const auto application = applications_.applicationOf(registry_.identify(window), deadline);
     }
 }
 

@@ -47,7 +47,8 @@ private:
 
     [[nodiscard]] std::vector<std::uint32_t> rootItems(X11AtomName property, std::uint32_t type,
                                                        Deadline deadline) const;
-    [[nodiscard]] bool isWindowManagerAlive(Deadline deadline) const;
+    [[nodiscard]] bool isWindowManagerAlive(Deadline deadline);
+    void noteWindowManager(const xcb_generic_event_t& event);
     [[nodiscard]] xcb_window_t activeWindow(Deadline deadline) const;
     [[nodiscard]] std::optional<WindowID> effectiveActiveWindow(Deadline deadline);
     [[nodiscard]] bool isOnCurrentDesktop(xcb_window_t window, Deadline deadline) const;
@@ -56,6 +57,7 @@ private:
     [[nodiscard]] Rect inAccessibilitySpace(const Rect& root, Deadline deadline);
     void handle(const xcb_generic_event_t& event);
     void handleRootProperty(xcb_atom_t property);
+    void getToKnowWindows();
     void checkDisplaysSoon();
     void checkDisplays();
 
@@ -67,10 +69,12 @@ private:
     X11Applications applications_;
     X11Monitors monitors_;
     X11FrameWriter writer_;
-    bool isNested_ = false;  // the server is a client of a Wayland compositor
+    xcb_window_t windowManager_ = XCB_WINDOW_NONE;  // its check window, while it is known to be alive
+    bool isNested_ = false;                         // the server is a client of a Wayland compositor
     Observer observer_;
     std::vector<DisplayDescription> toldDisplays_;
     RunLoop::Timer displaysCheck_;
+    Subscription listener_;
     Subscription handler_;
 };
 

@@ -1,0 +1,151 @@
+#include "app/AppDelegate.h"
+
+#include "platform/simulated/SimulatedPlatform.h"
+#include "preferences/PreferencesStore.h"
+#include "shortcuts/ShortcutManager.h"
+#include "support/Expected.h"
+#include "support/Printing.h"
+#include "support/SimulatedPrinting.h"
+#include "windows/WindowManager.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace velmorand {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class AppDelegateTest : public testing::Test {
+protected:
+    static constexpr std::int32_t pid = 501;
+
+    [[nodiscard]] SimulatedHotKeyService& service() { return platform.hotKeyService(); }
+    [[nodiscard]] SimulatedWindowID openWindow() {
+        platform.desktop().addProcess(pid);
+        return platform.desktop().addWindow(pid);
+    }
+
+    SimulatedPlatform platform;
+    std::shared_ptr<AppDelegate> delegate = std::make_shared<AppDelegate>(platform);
+};
+
+TEST_F(AppDelegateTest, ConstructionAsksForNothingAndShowsNothing) {
+    platform.desktop().trusted = false;
+
+    const AppDelegate other(platform);
+
+    EXPECT_EQ(platform.desktop().promptCount, 0);
+    EXPECT_EQ(service().handlerCount(), 0U);
+    EXPECT_EQ(service().registrationCount(), 0U);
+    EXPECT_THAT(platform.log().lines(), IsEmpty());
+    EXPECT_TRUE(platform.runLoop().isIdle());
+}
+
+TEST_F(AppDelegateTest, StartsWithTheDefaultPreferences) {
+    EXPECT_TRUE(delegate->preferencesStore().current() == defaultPreferencesState());
+    EXPECT_EQ(delegate->shortcutManager().eventHandlerIssue(), std::nullopt);
+    EXPECT_THAT(delegate->shortcutManager().shortcutIssues(), IsEmpty());
+    EXPECT_FALSE(delegate->windowManager().hasRestoreEntry(pid));
+}
+
+TEST_F(AppDelegateTest, LaunchingStartsTheShortcutManagerAndNothingElse) {
+    platform.desktop().trusted = false;
+
+    delegate->applicationDidFinishLaunching();
+
+    EXPECT_EQ(service().handlerCount(), 1U);
+    EXPECT_EQ(service().registrationCount(), 19U);
+    EXPECT_EQ(platform.desktop().promptCount, 0);
+}
+
+TEST_F(AppDelegateTest, LaunchingRecordsThatTheHandlerCouldNotBeInstalled) {
+    service().failInstallations(-9868);
+
+    delegate->applicationDidFinishLaunching();
+
+    EXPECT_EQ(delegate->shortcutManager().eventHandlerIssue(), "Could not install the keyboard shortcut handler.");
+    EXPECT_EQ(service().registrationCount(), 0U);
+}
+
+TEST_F(AppDelegateTest, TerminatingGivesTheHotKeysBack) {
+    delegate->applicationDidFinishLaunching();
+
+    delegate->applicationWillTerminate();
+
+    EXPECT_EQ(service().registrationCount(), 0U);
+    EXPECT_EQ(service().handlerCount(), 0U);
+}
+
+TEST_F(AppDelegateTest, TerminatingWithoutHavingLaunchedDoesNothing) {
+    delegate->applicationWillTerminate();
+
+    EXPECT_EQ(service().registrationCount(), 0U);
+    EXPECT_THAT(platform.log().lines(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, APressedShortcutMovesTheFocusedWindow) {
+    delegate->applicationDidFinishLaunching();
+    const SimulatedWindowID id = openWindow();
+
+    service().press(36, 0x900);
+    platform.runLoop().runPending();
+
+    EXPECT_EQ(platform.desktop().window(id).frame, (Rect{0, 25, 1440, 875}));
+    EXPECT_TRUE(delegate->windowManager().hasRestoreEntry(pid));
+}
+
+TEST_F(AppDelegateTest, TheServicesShareTheOnePreferencesStore) {
+    delegate->applicationDidFinishLaunching();
+    const SimulatedWindowID id = openWindow();
+    delegate->preferencesStore().state().modify([](PreferencesState& state) {
+        state.outerPadding = 10;
+        state.shortcuts["maximize"] = {{122, ShortcutModifiers(0x1000)}, "F1"};
+    });
+    platform.runLoop().runPending();
+
+    service().press(122, 0x1000);
+    platform.runLoop().runPending();
+
+    EXPECT_EQ(platform.desktop().window(id).frame, (Rect{10, 35, 1420, 855}));
+}
+
+TEST_F(AppDelegateTest, AFailureOfTheWindowManagerIsLogged) {
+    EXPECT_EQ(failureOf(delegate->windowManager().perform(WindowAction::nextDisplay)),
+              WindowOperationError::displayMoveUnavailable);
+
+    EXPECT_THAT(platform.log().lines(),
+                ElementsAre(LogLine{LogLevel::info, "windows", "perform nextDisplay"},
+                            LogLine{LogLevel::error, "windows", "Only one display is connected."}));
+}
+
+TEST_F(AppDelegateTest, LivesThroughAWholeRunOfTheApplication) {
+    std::size_t registeredMeanwhile = 0;
+    platform.application().setDelegate(delegate);
+    platform.runLoop().post([&] {
+        registeredMeanwhile = service().registrationCount();
+        platform.application().terminate();
+    });
+
+    EXPECT_EQ(platform.application().run(), 0);
+
+    EXPECT_EQ(registeredMeanwhile, 19U);
+    EXPECT_EQ(service().registrationCount(), 0U);
+}
+
+TEST_F(AppDelegateTest, APressThatArrivesAfterTheEndOfTheDelegateDoesNothing) {
+    delegate->applicationDidFinishLaunching();
+    const SimulatedWindowID id = openWindow();
+    service().press(36, 0x900);
+
+    delegate.reset();
+    platform.runLoop().runPending();
+
+    EXPECT_EQ(platform.desktop().window(id).frame, (Rect{100, 100, 800, 600}));
+}
+
+}  // namespace
+}  // namespace velmorand

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/contract/DesktopUnderContract.h"
+
+/// The suites to instantiate for a platform, each with INSTANTIATE_TEST_SUITE_P and `nameOfDesktop`.
+namespace velmorand {
+
+class AccessibilityContract : public DesktopContract {};
+
+class AccessibilityWriteContract : public DesktopContract {
+protected:
+    [[nodiscard]] std::optional<AXError> writePosition(const AXElement& element, Point position);
+    [[nodiscard]] std::optional<AXError> writeSize(const AXElement& element, Size size);
+    /// The frame that the platform reads.
+    [[nodiscard]] std::optional<Rect> readFrame(const AXElement& element);
+};
+
+/// The desktop's application object runs once in each of these tests.
+class ApplicationContract : public DesktopContract {};
+
+class BundleContract : public DesktopContract {};
+
+class DisplaysContract : public DesktopContract {};
+
+class HotKeyServiceContract : public DesktopContract {
+protected:
+    /// Installs a handler that notes the id of every press.
+    void install();
+    /// Registers under the number `id` and expects success.
+    void registerKey(std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t id);
+    /// Runs the loop until this many presses were noted; answers the ids.
+    [[nodiscard]] std::vector<std::uint32_t> waitForPresses(std::size_t count);
+    /// Presses a key that is registered for this purpose and waits for it: everything pressed before was delivered.
+    void waitForEverythingPressed();
+
+    std::vector<std::uint32_t> pressed;
+};
+
+class LogContract : public DesktopContract {};
+
+class NotificationCenterContract : public DesktopContract {};
+
+class RunLoopContract : public DesktopContract {};
+
+class WorkspaceContract : public DesktopContract {};
+
+}  // namespace velmorand

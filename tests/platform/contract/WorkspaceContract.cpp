@@ -1,0 +1,57 @@
+#include "platform/Workspace.h"
+#include "platform/contract/Contracts.h"
+
+namespace velmorand {
+
+TEST_P(WorkspaceContract, TheApplicationOfTheFocusedWindowIsFrontmost) {
+    const ContractWindow window = desktop->openWindow({.applicationIdentifier = "org.example.Editor"});
+
+    const auto frontmost = desktop->platform().workspace().frontmostApplication();
+
+    ASSERT_TRUE(frontmost.has_value());
+    EXPECT_EQ(frontmost->pid, desktop->pidOf(window));
+    EXPECT_EQ(frontmost->bundleIdentifier, "org.example.Editor");
+    EXPECT_NE(frontmost->localizedName.value_or(""), "");
+}
+
+TEST_P(WorkspaceContract, FollowsTheUserToAnotherApplicationAndBack) {
+    const ContractWindow first = desktop->openWindow({.applicationIdentifier = "org.example.Editor"});
+    const ContractWindow second = desktop->openWindow({.applicationIdentifier = "org.example.Viewer"});
+    Workspace& workspace = desktop->platform().workspace();
+
+    EXPECT_EQ(workspace.frontmostApplication().value_or(RunningApplication{}).pid, desktop->pidOf(second));
+    EXPECT_EQ(workspace.frontmostApplication()->bundleIdentifier, "org.example.Viewer");
+
+    desktop->focusWindow(first);
+    EXPECT_EQ(workspace.frontmostApplication().value_or(RunningApplication{}).pid, desktop->pidOf(first));
+    EXPECT_EQ(workspace.frontmostApplication()->bundleIdentifier, "org.example.Editor");
+}
+
+TEST_P(WorkspaceContract, AnApplicationWithoutAnIdentifierIsFrontmostWithoutOne) {
+    VELMORAND_NEEDS(Ability::hideIdentifiers);
+    const ContractWindow window = desktop->openWindow({.hidesIdentifier = true});
+
+    const auto frontmost = desktop->platform().workspace().frontmostApplication();
+
+    ASSERT_TRUE(frontmost.has_value());
+    EXPECT_EQ(frontmost->pid, desktop->pidOf(window));
+    EXPECT_EQ(frontmost->bundleIdentifier, std::nullopt);
+}
+
+TEST_P(WorkspaceContract, NothingIsFrontmostOnADesktopWithoutApplications) {
+    VELMORAND_NEEDS(Ability::leaveNothingInFront);
+    desktop->leaveNothingInFront();
+
+    EXPECT_EQ(desktop->platform().workspace().frontmostApplication(), std::nullopt);
+}
+
+TEST_P(WorkspaceContract, AnApplicationThatEndedIsNotFrontmost) {
+    const ContractWindow window = desktop->openWindow({});
+    const std::int32_t pid = desktop->pidOf(window);
+
+    desktop->endApplicationOf(window);
+
+    EXPECT_NE(desktop->platform().workspace().frontmostApplication().value_or(RunningApplication{}).pid, pid);
+}
+
+}  // namespace velmorand

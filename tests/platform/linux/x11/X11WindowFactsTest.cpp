@@ -1,0 +1,175 @@
+#include "platform/linux/x11/X11WindowFacts.h"
+
+#include "platform/linux/support/PropertyValues.h"
+#include "support/Printing.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace velmorand {
+namespace {
+
+constexpr std::uint32_t minimumFlag = 16;
+constexpr std::uint32_t maximumFlag = 32;
+
+/// WM_SIZE_HINTS: flags, four obsolete numbers, the smallest and the largest size, and what follows.
+std::vector<std::uint32_t> sizeHints(std::uint32_t flags, Size smallest, Size largest) {
+    const auto number = [](double length) { return static_cast<std::uint32_t>(length); };
+    std::vector<std::uint32_t> words(18);
+    words[0] = flags;
+    words[5] = number(smallest.width);
+    words[6] = number(smallest.height);
+    words[7] = number(largest.width);
+    words[8] = number(largest.height);
+    return words;
+}
+
+X11PropertyValue hintsProperty(const std::vector<std::uint32_t>& hints) {
+    return itemsProperty(XCB_ATOM_WM_SIZE_HINTS, hints);
+}
+
+constexpr std::uint32_t bothFlags = minimumFlag | maximumFlag;
+constexpr Size oneSize{640, 480};
+
+struct FixedSizeRow {
+    std::string name;
+    X11PropertyValue hints;
+    bool isFixed = false;
+
+    friend void PrintTo(const FixedSizeRow& row, std::ostream* out) { *out << row.name; }
+};
+
+class X11FixedSizeTest : public testing::TestWithParam<FixedSizeRow> {};
+
+TEST_P(X11FixedSizeTest, IsWhatTheTableSays) {
+    EXPECT_EQ(hasFixedSize(GetParam().hints, XCB_ATOM_WM_SIZE_HINTS), GetParam().isFixed);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, X11FixedSizeTest,
+    testing::Values(FixedSizeRow{"OneSize", hintsProperty(sizeHints(bothFlags, oneSize, oneSize)), true},
+                    FixedSizeRow{"OneSizeWithOtherFlags", hintsProperty(sizeHints(0x3FF, oneSize, oneSize)), true},
+                    FixedSizeRow{"OneSizeInTheShortestForm",
+                                 cutTo(9 * 4, hintsProperty(sizeHints(bothFlags, oneSize, oneSize))), true},
+                    FixedSizeRow{"WidthFree", hintsProperty(sizeHints(bothFlags, oneSize, {641, 480})), false},
+                    FixedSizeRow{"HeightFree", hintsProperty(sizeHints(bothFlags, oneSize, {640, 481})), false},
+                    FixedSizeRow{"WithoutTheSmallest", hintsProperty(sizeHints(maximumFlag, oneSize, oneSize)), false},
+                    FixedSizeRow{"WithoutTheLargest", hintsProperty(sizeHints(minimumFlag, oneSize, oneSize)), false},
+                    FixedSizeRow{"WithoutFlags", hintsProperty(sizeHints(0, oneSize, oneSize)), false},
+                    FixedSizeRow{"CutOff", cutTo(8 * 4, hintsProperty(sizeHints(bothFlags, oneSize, oneSize))), false},
+                    FixedSizeRow{"Empty", hintsProperty({}), false}, FixedSizeRow{"NotThere", {}, false},
+                    FixedSizeRow{"WrongType", cardinals(sizeHints(bothFlags, oneSize, oneSize)), false},
+                    FixedSizeRow{"Format8", withFormat(8, hintsProperty(sizeHints(bothFlags, oneSize, oneSize))),
+                                 false}),
+    [](const auto& each) { return each.param.name; });
+
+struct WindowTypeRow {
+    std::string name;
+    X11PropertyValue property;
+    bool isTransient = false;
+    X11WindowType type{};
+
+    friend void PrintTo(const WindowTypeRow& row, std::ostream* out) { *out << row.name; }
+};
+
+/// Which type an atom stands for is known only to a server; what is left of the rule is tried here.
+class X11UnknownWindowTypeTest : public testing::TestWithParam<WindowTypeRow> {};
+
+TEST_P(X11UnknownWindowTypeTest, IsWhatTheTableSays) {
+    EXPECT_EQ(decodeWindowType(GetParam().property, X11Atoms(), GetParam().isTransient), GetParam().type);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, X11UnknownWindowTypeTest,
+    testing::Values(
+        WindowTypeRow{"NothingSaid", {}, false, X11WindowType::normal},
+        WindowTypeRow{"NothingSaidByATransient", {}, true, X11WindowType::dialog},
+        WindowTypeRow{"EmptyList", itemsProperty(XCB_ATOM_ATOM, {}), false, X11WindowType::normal},
+        WindowTypeRow{"EmptyListOfATransient", itemsProperty(XCB_ATOM_ATOM, {}), true, X11WindowType::dialog},
+        WindowTypeRow{"WrongType", cardinals({7000}), false, X11WindowType::normal},
+        WindowTypeRow{"WrongTypeOfATransient", cardinals({7000}), true, X11WindowType::dialog},
+        WindowTypeRow{"Format8", withFormat(8, itemsProperty(XCB_ATOM_ATOM, {7000})), false, X11WindowType::normal},
+        WindowTypeRow{"OnlyUnknownOnes", itemsProperty(XCB_ATOM_ATOM, {7000, 0xFFFFFFFF}), false, X11WindowType::other},
+        WindowTypeRow{"OnlyUnknownOnesOfATransient", itemsProperty(XCB_ATOM_ATOM, {7000}), true, X11WindowType::other}),
+    [](const auto& each) { return each.param.name; });
+
+class X11OrdinaryWindowTest : public testing::TestWithParam<std::pair<X11WindowType, bool>> {};
+
+TEST_P(X11OrdinaryWindowTest, IsWhatTheTableSays) {
+    X11WindowFacts facts;
+    facts.type = GetParam().first;
+
+    EXPECT_EQ(facts.isOrdinary(), GetParam().second);
+}
+
+TEST_P(X11OrdinaryWindowTest, IsNeverOneThatTheWindowManagerDoesNotManage) {
+    X11WindowFacts facts;
+    facts.type = GetParam().first;
+    facts.overrideRedirect = true;
+
+    EXPECT_FALSE(facts.isOrdinary());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, X11OrdinaryWindowTest,
+    testing::Values(std::pair(X11WindowType::normal, true), std::pair(X11WindowType::dialog, true),
+                    std::pair(X11WindowType::utility, true), std::pair(X11WindowType::desktop, true),
+                    std::pair(X11WindowType::toolbar, true), std::pair(X11WindowType::other, true),
+                    std::pair(X11WindowType::dock, false), std::pair(X11WindowType::menu, false),
+                    std::pair(X11WindowType::splash, false), std::pair(X11WindowType::notification, false)),
+    [](const auto& each) { return "Type" + std::to_string(std::to_underlying(each.param.first)); });
+
+struct MinimizedRow {
+    std::string name;
+    bool iconic = false;
+    bool hidden = false;
+    bool shaded = false;
+    bool minimized = false;
+
+    friend void PrintTo(const MinimizedRow& row, std::ostream* out) { *out << row.name; }
+};
+
+class X11MinimizedWindowTest : public testing::TestWithParam<MinimizedRow> {};
+
+TEST_P(X11MinimizedWindowTest, IsWhatTheTableSays) {
+    X11WindowFacts facts;
+    facts.iconic = GetParam().iconic;
+    facts.hidden = GetParam().hidden;
+    facts.shaded = GetParam().shaded;
+
+    EXPECT_EQ(facts.isMinimized(), GetParam().minimized);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, X11MinimizedWindowTest,
+                         testing::Values(MinimizedRow{"Shown", false, false, false, false},
+                                         MinimizedRow{"Iconic", true, false, false, true},
+                                         MinimizedRow{"Hidden", false, true, false, true},
+                                         MinimizedRow{"Shaded", false, false, true, false},
+                                         MinimizedRow{"ShadedAndHidden", false, true, true, false},
+                                         MinimizedRow{"IconicWhileShaded", true, true, true, true}),
+                         [](const auto& each) { return each.param.name; });
+
+TEST(X11MaximizedWindowTest, IsMaximizedInOneDirectionOrBoth) {
+    X11WindowFacts horizontally;
+    horizontally.maximizedHorizontally = true;
+    X11WindowFacts vertically;
+    vertically.maximizedVertically = true;
+
+    EXPECT_TRUE(horizontally.isMaximized());
+    EXPECT_TRUE(vertically.isMaximized());
+    EXPECT_FALSE(X11WindowFacts().isMaximized());
+}
+
+TEST(X11FailureTest, BecomesTheAccessibilityErrorThatItMeans) {
+    EXPECT_EQ(asAXError(X11Failure::error), AXError::invalidElement);
+    EXPECT_EQ(asAXError(X11Failure::timeout), AXError::cannotComplete);
+    EXPECT_EQ(asAXError(X11Failure::lost), AXError::cannotComplete);
+}
+
+}  // namespace
+}  // namespace velmorand

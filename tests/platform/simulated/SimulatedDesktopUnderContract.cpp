@@ -1,0 +1,167 @@
+#include "platform/simulated/SimulatedDesktopUnderContract.h"
+
+#include "support/TestDisplays.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <utility>
+
+namespace velmorand {
+namespace {
+
+constexpr std::string_view simulatedVersion = "1.2.3";
+
+SimulatedWindowID simulated(ContractWindow window) {
+    return SimulatedWindowID{std::to_underlying(window)};
+}
+
+ContractWindow underContract(SimulatedWindowID id) {
+    return ContractWindow{std::to_underlying(id)};
+}
+
+}  // namespace
+
+SimulatedDesktopUnderContract::SimulatedDesktopUnderContract() {
+    platform_.settableBundle().setInformationText("CFBundleShortVersionString", std::string(simulatedVersion));
+}
+
+std::optional<std::string> SimulatedDesktopUnderContract::reasonAgainst(Ability ability) const {
+    switch (ability) {
+        case Ability::holdKeys: return "the simulated keyboard does not repeat keys";
+        case Ability::setLockKeys: return "the simulated keyboard has no lock keys";
+        case Ability::revokeTrust:
+        case Ability::openSeveralWindowsPerApplication:
+        case Ability::minimiseWindows:
+        case Ability::makeWindowsFullScreen:
+        case Ability::openFixedSizeWindows:
+        case Ability::limitWindowSizes:
+        case Ability::stopAnswering:
+        case Ability::leaveNothingInFront:
+        case Ability::hideIdentifiers:
+        case Ability::changeDisplays:
+        case Ability::disconnectAllDisplays:
+        case Ability::takeCombinations:
+        case Ability::readLog: return std::nullopt;
+    }
+    std::unreachable();
+}
+
+ContractWindow SimulatedDesktopUnderContract::openWindow(const ContractWindowRequest& request) {
+    SimulatedProcess& process = platform_.desktop().addProcess(++lastPid_);
+    process.bundleIdentifier = request.applicationIdentifier;
+    if (request.hidesIdentifier) process.bundleIdentifier.reset();
+    const SimulatedWindowID id = platform_.desktop().addWindow(process.pid);
+    SimulatedWindow& window = platform_.desktop().window(id);
+    window.frame = request.frame;
+    window.sizeSettable = request.resizable;
+    window.minimumSize = {std::max(1.0, request.minimumSize.width), std::max(1.0, request.minimumSize.height)};
+    return underContract(id);
+}
+
+ContractWindow SimulatedDesktopUnderContract::openSibling(ContractWindow sibling, const Rect& frame) {
+    const SimulatedWindowID id = platform_.desktop().addWindow(pidOf(sibling));
+    platform_.desktop().window(id).frame = frame;
+    platform_.desktop().frontmost = pidOf(sibling);
+    return underContract(id);
+}
+
+void SimulatedDesktopUnderContract::closeWindow(ContractWindow window) {
+    platform_.desktop().closeWindow(simulated(window));
+}
+
+void SimulatedDesktopUnderContract::focusWindow(ContractWindow window) {
+    SimulatedProcess& process = *platform_.desktop().ownerOf(simulated(window));
+    std::ranges::stable_partition(process.windows, [&](SimulatedWindowID id) { return id == simulated(window); });
+    process.focusedWindow = simulated(window);
+    process.mainWindow = simulated(window);
+    platform_.desktop().frontmost = process.pid;
+}
+
+void SimulatedDesktopUnderContract::minimiseWindow(ContractWindow window) {
+    platform_.desktop().window(simulated(window)).minimized = true;
+}
+
+void SimulatedDesktopUnderContract::makeFullScreen(ContractWindow window) {
+    platform_.desktop().window(simulated(window)).fullScreen = true;
+}
+
+void SimulatedDesktopUnderContract::placeByHand(ContractWindow window, const Rect& frame) {
+    platform_.desktop().window(simulated(window)).frame = frame;
+}
+
+void SimulatedDesktopUnderContract::stopAnswering(ContractWindow window) {
+    platform_.desktop().ownerOf(simulated(window))->frozen = true;
+}
+
+std::int32_t SimulatedDesktopUnderContract::pidOf(ContractWindow window) {
+    return platform_.desktop().ownerOf(simulated(window))->pid;
+}
+
+Rect SimulatedDesktopUnderContract::trueFrameOf(ContractWindow window) {
+    return platform_.desktop().window(simulated(window)).frame;
+}
+
+void SimulatedDesktopUnderContract::endApplicationOf(ContractWindow window) {
+    // The desktop ends it now; the news arrives in a turn of the main loop.
+    const std::int32_t pid = pidOf(window);
+    platform_.desktop().removeProcess(pid);
+    platform_.runLoop().post([this, pid] { platform_.terminateProcess(pid); });
+}
+
+void SimulatedDesktopUnderContract::leaveNothingInFront() {
+    platform_.desktop().frontmost.reset();
+}
+
+void SimulatedDesktopUnderContract::revokeTrust() {
+    platform_.desktop().trusted = false;
+}
+
+void SimulatedDesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {
+    std::vector<TestDisplay> displays;
+    for (const Rect& frame : axFrames) {
+        const auto number = static_cast<std::int64_t>(displays.size()) + 1;
+        displays.push_back({number, "Display " + std::to_string(number), frame, 0});
+    }
+    platform_.desktop().displays = describedByWindowServer(displays);
+    platform_.runLoop().post([this] {
+        platform_.defaultNotificationCenter().post({NotificationName::screenParametersChanged, std::nullopt});
+    });
+}
+
+void SimulatedDesktopUnderContract::press(std::uint32_t keyCode, std::uint32_t modifiers) {
+    platform_.runLoop().post([this, keyCode, modifiers] { platform_.hotKeyService().press(keyCode, modifiers); });
+}
+
+void SimulatedDesktopUnderContract::holdAndRelease(std::uint32_t keyCode, std::uint32_t modifiers) {
+    press(keyCode, modifiers);
+}
+
+void SimulatedDesktopUnderContract::takeCombination(std::uint32_t keyCode, std::uint32_t modifiers) {
+    platform_.hotKeyService().setTaken(keyCode, modifiers, true);
+}
+
+void SimulatedDesktopUnderContract::setLockKeys(bool) {}
+
+bool SimulatedDesktopUnderContract::runUntil(const std::function<bool()>& condition, Duration deadline) {
+    const MonotonicTime end = platform_.runLoop().now() + deadline;
+    platform_.runLoop().runPending();
+    while (!condition() && platform_.runLoop().now() < end) platform_.runLoop().advance(std::chrono::milliseconds{1});
+    return condition();
+}
+
+void SimulatedDesktopUnderContract::keepMainThreadBusy(Duration span) {
+    platform_.runLoop().block(span);
+}
+
+std::vector<std::string> SimulatedDesktopUnderContract::logLines() {
+    std::vector<std::string> texts;
+    std::ranges::transform(platform_.log().lines(), std::back_inserter(texts), &LogLine::text);
+    return texts;
+}
+
+std::string SimulatedDesktopUnderContract::version() const {
+    return std::string(simulatedVersion);
+}
+
+}  // namespace velmorand

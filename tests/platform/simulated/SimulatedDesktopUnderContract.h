@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/contract/DesktopUnderContract.h"
+#include "platform/simulated/SimulatedPlatform.h"
+
+namespace velmorand {
+
+/// The simulated platform as a desktop under contract. Time passes only while the loop runs.
+class SimulatedDesktopUnderContract final : public DesktopUnderContract {
+public:
+    SimulatedDesktopUnderContract();
+
+    [[nodiscard]] Platform& platform() override { return platform_; }
+    [[nodiscard]] std::optional<std::string> reasonAgainst(Ability ability) const override;
+
+    ContractWindow openWindow(const ContractWindowRequest& request) override;
+    ContractWindow openSibling(ContractWindow sibling, const Rect& frame) override;
+    void closeWindow(ContractWindow window) override;
+    void focusWindow(ContractWindow window) override;
+    void minimiseWindow(ContractWindow window) override;
+    void makeFullScreen(ContractWindow window) override;
+    void placeByHand(ContractWindow window, const Rect& frame) override;
+    void stopAnswering(ContractWindow window) override;
+    [[nodiscard]] std::int32_t pidOf(ContractWindow window) override;
+    [[nodiscard]] Rect trueFrameOf(ContractWindow window) override;
+
+    void endApplicationOf(ContractWindow window) override;
+    void leaveNothingInFront() override;
+    void revokeTrust() override;
+
+    void setDisplays(const std::vector<Rect>& axFrames) override;
+
+    void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
+    void holdAndRelease(std::uint32_t keyCode, std::uint32_t modifiers) override;
+    void takeCombination(std::uint32_t keyCode, std::uint32_t modifiers) override;
+    void setLockKeys(bool on) override;
+
+    [[nodiscard]] bool runUntil(const std::function<bool()>& condition, Duration deadline) override;
+    void keepMainThreadBusy(Duration span) override;
+
+    [[nodiscard]] std::vector<std::string> logLines() override;
+    [[nodiscard]] std::string version() const override;
+
+private:
+    SimulatedPlatform platform_;
+    std::int32_t lastPid_ = 500;
+};
+
+}  // namespace velmorand
