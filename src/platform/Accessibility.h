@@ -114,7 +114,7 @@ public:
     [[nodiscard]] virtual std::expected<bool, AXError> isAttributeSettable(const AXElement& element,
                                                                            std::string_view attribute) = 0;
 
-    /// Bounds every later call on this element.
+    /// Bounds every later call on this element; a value that is no positive number sets the usual bound again.
     virtual void setMessagingTimeout(const AXElement& element, double seconds) = 0;
 
     /// Boxes a point or a size (`AXValueCreate`); absent when the platform cannot.

@@ -1,13 +1,11 @@
 #include "platform/linux/ApplicationIdentity.h"
 
-#include <fmt/format.h>
+#include "platform/linux/RegularFile.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <fstream>
 #include <ranges>
-#include <sstream>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -20,21 +18,19 @@ namespace fs = std::filesystem;
 constexpr std::string_view suffix = ".desktop";
 
 /// Programs that run others: their own name says nothing of the application.
-constexpr std::array<std::string_view, 7> interpreters{"python", "node", "java", "wine", "electron", "perl", "ruby"};
+constexpr std::array<std::string_view, 8> interpreters{"python", "node", "nodejs",   "java",
+                                                       "wine",   "perl", "electron", "ruby"};
 
-std::string readFile(const fs::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return std::move(text).str();
-}
+/// What the system puts behind the path of a program that was replaced while it runs.
+constexpr std::string_view replacedMark = " (deleted)";
 
 std::string_view withoutSuffix(std::string_view text, std::string_view ending) {
     return text.ends_with(ending) ? text.substr(0, text.size() - ending.size()) : text;
 }
 
+/// An interpreter may carry its version or its part: python3.11, wine64-preloader.
 bool isInterpreter(std::string_view executable) {
-    return std::ranges::any_of(interpreters,
-                               [&](std::string_view interpreter) { return executable.starts_with(interpreter); });
+    return std::ranges::count(interpreters, executable.substr(0, executable.find_first_of("0123456789.-"))) > 0;
 }
 
 /// systemd writes bytes that a unit name cannot hold as \xNN.
@@ -55,7 +51,32 @@ std::optional<std::string> executableName(const fs::path& process) {
     std::error_code error;
     const fs::path program = fs::read_symlink(process / "exe", error);
     if (error) return std::nullopt;
-    return program.filename().string();
+    return std::string(withoutSuffix(program.filename().string(), replacedMark));
+}
+
+/// The id with or without its launcher in front: the longest reading that is known counts.
+std::optional<std::string> knownEnding(std::string_view text, const std::function<bool(const std::string&)>& isKnown) {
+    for (;;) {
+        if (std::string id = unescaped(text); isKnown(id)) return id;
+        const auto dash = text.find('-');
+        if (dash == std::string_view::npos) return std::nullopt;
+        text.remove_prefix(dash + 1);
+    }
+}
+
+std::optional<std::string> applicationIDFromUnit(std::string_view unit,
+                                                 const std::function<bool(const std::string&)>& isKnown) {
+    constexpr std::string_view prefix = "app-";
+    if (!unit.starts_with(prefix)) return std::nullopt;
+    unit.remove_prefix(prefix.size());
+    if (unit.ends_with(".service")) {
+        unit = withoutSuffix(unit, ".service");
+        return knownEnding(unit.substr(0, unit.find('@')), isKnown);
+    }
+    if (!unit.ends_with(".scope")) return std::nullopt;
+    unit = withoutSuffix(unit, ".scope");
+    if (auto id = knownEnding(unit.substr(0, unit.rfind('-')), isKnown)) return id;  // the last part may be random
+    return knownEnding(unit, isKnown);
 }
 
 /// Tries the clues in order of their reliability.
@@ -86,13 +107,21 @@ private:
 
     const DesktopEntry* bySurroundings() {
         if (!process_) return nullptr;
-        const auto sandbox = applicationIDFromSandboxInformation(readFile(*process_ / "root" / ".flatpak-info"));
+        const auto sandbox = applicationIDFromSandboxInformation(readRegularFile(*process_ / "root" / ".flatpak-info"));
         if (sandbox) {
             if (const auto* found = entries_.byID(*sandbox)) return found;
         }
-        const auto unit = applicationIDFromControlGroup(
-            readFile(*process_ / "cgroup"), [this](const std::string& id) { return entries_.byID(id) != nullptr; });
-        return unit ? entries_.byID(*unit) : nullptr;
+        const auto unit =
+            applicationIDFromControlGroup(readRegularFile(*process_ / "cgroup"),
+                                          [this](const std::string& id) { return entries_.byID(id) != nullptr; });
+        const DesktopEntry* found = unit ? entries_.byID(*unit) : nullptr;
+        return found != nullptr && isStartedBy(*found) ? found : nullptr;
+    }
+
+    /// What a terminal or launcher starts runs in that program's unit and is another application all the same.
+    [[nodiscard]] bool isStartedBy(const DesktopEntry& entry) const {
+        const auto program = executableName(*process_);
+        return !program || isInterpreter(*program) || entry.executable == *program;
     }
 
     const DesktopEntry* byWindowClass(const DesktopEntry* (DesktopEntries::*lookUp)(std::string_view)) {
@@ -136,21 +165,11 @@ std::optional<std::string> applicationIDFromSandboxInformation(std::string_view 
 
 std::optional<std::string> applicationIDFromControlGroup(std::string_view text,
                                                          const std::function<bool(const std::string&)>& isKnown) {
-    std::string_view line = text.substr(0, text.find('\n'));
-    std::string_view unit = line.substr(line.rfind('/') + 1);
-    constexpr std::string_view prefix = "app-";
-    if (!unit.starts_with(prefix) || !(unit.ends_with(".scope") || unit.ends_with(".service"))) return std::nullopt;
-    const bool isScope = unit.ends_with(".scope");
-    unit = withoutSuffix(withoutSuffix(unit.substr(prefix.size()), ".scope"), ".service");
-    unit = isScope ? unit.substr(0, unit.rfind('-')) : unit.substr(0, unit.find('@'));
-
-    // What is left is an id with or without its launcher in front: the longest reading that is known counts.
-    for (std::string_view reading = unit;;) {
-        if (std::string id = unescaped(reading); isKnown(id)) return id;
-        const auto dash = reading.find('-');
-        if (dash == std::string_view::npos) return std::nullopt;
-        reading.remove_prefix(dash + 1);
+    for (const auto part : std::views::split(text, '\n')) {
+        const std::string_view line(part.begin(), part.end());
+        if (auto id = applicationIDFromUnit(line.substr(line.rfind('/') + 1), isKnown)) return id;
     }
+    return std::nullopt;
 }
 
 }  // namespace velmorand

@@ -1,12 +1,11 @@
 #include "platform/linux/DesktopEntries.h"
 
 #include "base/UnicodeText.h"
+#include "platform/linux/RegularFile.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <ranges>
-#include <sstream>
 #include <system_error>
 
 namespace velmorand {
@@ -15,7 +14,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view suffix = ".desktop";
-constexpr std::uintmax_t largestEntry = 1U << 20U;
 
 std::string environmentOr(const char* name, std::string fallback) {
     const char* value = std::getenv(name);
@@ -73,6 +71,13 @@ std::map<std::string, std::string, std::less<>> mainGroup(std::string_view text)
     return values;
 }
 
+/// When the folder last changed; the clock's beginning for one that is not there.
+fs::file_time_type timeOf(const fs::path& folder) {
+    std::error_code error;
+    const auto time = fs::last_write_time(folder, error);
+    return error ? fs::file_time_type{} : time;
+}
+
 }  // namespace
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string id, std::string_view text,
@@ -106,42 +111,36 @@ DesktopEntries DesktopEntries::ofSession() {
     return {std::move(folders), sessionLocales()};
 }
 
-DesktopEntries::FolderTimes DesktopEntries::folderTimes() const {
-    FolderTimes times;
-    for (const fs::path& folder : folders_) {
-        std::error_code error;
-        const auto time = fs::last_write_time(folder / "applications", error);
-        if (!error) times.emplace_back(folder, time);
-    }
-    return times;
+bool DesktopEntries::isCurrent() const {
+    return read_ && std::ranges::all_of(times_, [](const auto& entry) { return timeOf(entry.first) == entry.second; });
 }
 
 void DesktopEntries::refresh() {
-    FolderTimes times = folderTimes();
-    if (read_ && times == times_) return;
+    if (isCurrent()) return;
     entries_.clear();
+    ids_.clear();
+    times_.clear();
     for (const fs::path& folder : folders_) readFolder(folder / "applications");
-    times_ = std::move(times);
     read_ = true;
 }
 
 void DesktopEntries::readFolder(const fs::path& folder) {
+    times_.emplace_back(folder, timeOf(folder));
     std::error_code error;
     fs::recursive_directory_iterator files(folder, fs::directory_options::skip_permission_denied, error);
     for (const fs::recursive_directory_iterator end; !error && files != end; files.increment(error)) {
-        std::error_code fileError;
-        const fs::path& path = files->path();
-        if (path.extension() != suffix || !files->is_regular_file(fileError) ||
-            files->file_size(fileError) > largestEntry)
-            continue;
-        std::string id = path.lexically_relative(folder).string();
-        id.resize(id.size() - suffix.size());
-        std::ranges::replace(id, '/', '-');
-        if (entries_.contains(id)) continue;
-        std::ostringstream text;
-        text << std::ifstream(path, std::ios::binary).rdbuf();
-        if (auto entry = parseDesktopEntry(id, text.view(), locales_)) entries_.emplace(id, std::move(*entry));
+        std::error_code entryError;
+        if (files->is_directory(entryError)) times_.emplace_back(files->path(), timeOf(files->path()));
+        if (files->path().extension() == suffix) readEntry(folder, files->path());
     }
+}
+
+void DesktopEntries::readEntry(const fs::path& folder, const fs::path& path) {
+    std::string id = path.lexically_relative(folder).string();
+    id.resize(id.size() - suffix.size());
+    std::ranges::replace(id, '/', '-');
+    if (!ids_.insert(id).second) return;
+    if (auto entry = parseDesktopEntry(id, readRegularFile(path), locales_)) entries_.emplace(id, std::move(*entry));
 }
 
 template <typename Matches>

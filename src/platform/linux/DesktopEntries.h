@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -51,15 +52,17 @@ private:
     using FolderTimes = std::vector<std::pair<std::filesystem::path, std::filesystem::file_time_type>>;
 
     void refresh();
-    [[nodiscard]] FolderTimes folderTimes() const;
+    [[nodiscard]] bool isCurrent() const;
     void readFolder(const std::filesystem::path& folder);
+    void readEntry(const std::filesystem::path& folder, const std::filesystem::path& path);
     template <typename Matches>
     [[nodiscard]] const DesktopEntry* find(const Matches& matches);
 
     std::vector<std::filesystem::path> folders_;
     std::vector<std::string> locales_;
-    FolderTimes times_;
+    FolderTimes times_;  // of every folder that was looked through, or is not there
     bool read_ = false;
+    std::set<std::string> ids_;  // also of entries that hide a less important one and are none themselves
     std::map<std::string, DesktopEntry, std::less<>> entries_;
 };
 

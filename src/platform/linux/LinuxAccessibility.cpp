@@ -3,6 +3,7 @@
 #include "platform/IdentityElementBody.h"
 #include "platform/RunLoop.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -38,12 +39,12 @@ LinuxAccessibility::LinuxAccessibility(WindowSystem& windowSystem, RunLoop& runL
     : windowSystem_(windowSystem), runLoop_(runLoop), logger_(log, "ax") {}
 
 bool LinuxAccessibility::isProcessTrusted() {
-    flushHeldPosition();
+    flushHeldPosition(deadlineAfter(defaultMessagingTimeout));
     return !windowSystem_.missingForTrust();
 }
 
 bool LinuxAccessibility::isProcessTrustedWithPrompt() {
-    flushHeldPosition();
+    flushHeldPosition(deadlineAfter(defaultMessagingTimeout));
     const auto missing = windowSystem_.missingForTrust();
     if (missing) logger_.error("{}", *missing);
     return !missing;
@@ -54,15 +55,15 @@ AXElement LinuxAccessibility::createApplication(std::int32_t pid) {
 }
 
 void LinuxAccessibility::setMessagingTimeout(const AXElement& element, double seconds) {
-    if (seconds == defaultMessagingTimeout)
+    if (seconds == defaultMessagingTimeout || !std::isfinite(seconds) || seconds <= 0)
         timeouts_.erase(element);
     else
         timeouts_.insert_or_assign(element, seconds);
 }
 
-Deadline LinuxAccessibility::deadlineFor(const AXElement& element) const {
+double LinuxAccessibility::timeoutOf(const AXElement& element) const {
     const auto found = timeouts_.find(element);
-    return deadlineAfter(found == timeouts_.end() ? defaultMessagingTimeout : found->second);
+    return found == timeouts_.end() ? defaultMessagingTimeout : found->second;
 }
 
 std::optional<AXBoxedValue> LinuxAccessibility::createValue(std::variant<Point, Size> value) {
@@ -72,14 +73,15 @@ std::optional<AXBoxedValue> LinuxAccessibility::createValue(std::variant<Point, 
 
 std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyAttributeValue(const AXElement& element,
                                                                                 std::string_view attribute) {
+    const Deadline deadline = deadlineAfter(timeoutOf(element));
     if (const auto* pid = ApplicationBody::identityOf(element)) {
-        flushHeldPosition();
+        flushHeldPosition(deadline);
         return copyFromApplication(*pid, attribute);
     }
     const auto* window = WindowBody::identityOf(element);
     if (window == nullptr) return std::unexpected(AXError::invalidElement);
-    if (held_ && held_->window == *window) flushHeldPosition();
-    return copyFromWindow(*window, attribute, deadlineFor(element));
+    if (held_ && held_->window == *window) flushHeldPosition(deadline);
+    return copyFromWindow(*window, attribute, deadline);
 }
 
 std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromApplication(std::int32_t pid,
@@ -113,11 +115,12 @@ std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromWindow(Wind
 
 std::expected<bool, AXError> LinuxAccessibility::isAttributeSettable(const AXElement& element,
                                                                      std::string_view attribute) {
-    flushHeldPosition();
+    const Deadline deadline = deadlineAfter(timeoutOf(element));
+    flushHeldPosition(deadline);
     const auto* window = WindowBody::identityOf(element);
     if (window == nullptr) return false;
     if (windowSystem_.missingForTrust()) return std::unexpected(AXError::apiDisabled);
-    const auto attributes = windowSystem_.attributes(*window, deadlineFor(element));
+    const auto attributes = windowSystem_.attributes(*window, deadline);
     if (!attributes) return std::unexpected(attributes.error());
     if (attribute == ax_attribute::position) return attributes->positionSettable;
     if (attribute == ax_attribute::size) return attributes->sizeSettable;
@@ -129,18 +132,19 @@ std::expected<void, AXError> LinuxAccessibility::setAttributeValue(const AXEleme
     const auto* window = WindowBody::identityOf(element);
     if (window == nullptr) return std::unexpected(AXError::attributeUnsupported);
     const bool completesHeldPosition = held_ && held_->window == *window && attribute == ax_attribute::size;
-    if (!completesHeldPosition) flushHeldPosition();
-    if (attribute == ax_attribute::position) return holdPosition(*window, value, deadlineFor(element));
-    if (attribute == ax_attribute::size) return writeSize(*window, value, deadlineFor(element));
+    const Deadline deadline = deadlineAfter(timeoutOf(element));
+    if (!completesHeldPosition) flushHeldPosition(deadline);
+    if (attribute == ax_attribute::position) return holdPosition(*window, value, timeoutOf(element), deadline);
+    if (attribute == ax_attribute::size) return writeSize(*window, value, deadline);
     return std::unexpected(AXError::attributeUnsupported);
 }
 
 std::expected<void, AXError> LinuxAccessibility::holdPosition(WindowID window, const AXBoxedValue& value,
-                                                              Deadline deadline) {
+                                                              double timeout, Deadline deadline) {
     const auto position = finiteValue<Point>(value, &Point::x, &Point::y);
     if (!position) return std::unexpected(position.error());
     if (auto movable = windowSystem_.checkMovable(window, deadline); !movable) return movable;
-    held_ = HeldPosition{window, *position};
+    held_ = HeldPosition{window, *position, timeout};
     flushHeldPositionAtEndOfTurn();
     return {};
 }
@@ -159,10 +163,10 @@ std::expected<void, AXError> LinuxAccessibility::writeSize(WindowID window, cons
     return {};
 }
 
-void LinuxAccessibility::flushHeldPosition() {
+void LinuxAccessibility::flushHeldPosition(Deadline deadline) {
     const auto held = std::exchange(held_, std::nullopt);
     if (!held) return;
-    const Deadline deadline = deadlineAfter(defaultMessagingTimeout);
+    deadline = std::min(deadline, deadlineAfter(held->timeout));
     const auto attributes = windowSystem_.attributes(held->window, deadline);
     const auto moved = attributes ? windowSystem_.setFrame(held->window,
                                                            {held->position.x, held->position.y, attributes->frame.width,
@@ -175,7 +179,7 @@ void LinuxAccessibility::flushHeldPosition() {
 
 void LinuxAccessibility::flushHeldPositionAtEndOfTurn() {
     runLoop_.post([this, alive = std::weak_ptr(alive_)] {
-        if (!alive.expired()) flushHeldPosition();
+        if (!alive.expired()) flushHeldPosition(Deadline::max());
     });
 }
 

@@ -34,18 +34,20 @@ private:
     struct HeldPosition {
         WindowID window;
         Point position;
+        double timeout;  ///< seconds, of the element that was written to
     };
 
     [[nodiscard]] std::expected<AXAttributeValue, AXError> copyFromApplication(std::int32_t pid,
                                                                                std::string_view attribute);
     [[nodiscard]] std::expected<AXAttributeValue, AXError> copyFromWindow(WindowID window, std::string_view attribute,
                                                                           Deadline deadline);
-    [[nodiscard]] std::expected<void, AXError> holdPosition(WindowID window, const AXBoxedValue& value,
+    [[nodiscard]] std::expected<void, AXError> holdPosition(WindowID window, const AXBoxedValue& value, double timeout,
                                                             Deadline deadline);
     [[nodiscard]] std::expected<void, AXError> writeSize(WindowID window, const AXBoxedValue& value, Deadline deadline);
-    void flushHeldPosition();
+    /// Sends the held position, if any, within the call that ends at `deadline`.
+    void flushHeldPosition(Deadline deadline);
     void flushHeldPositionAtEndOfTurn();
-    [[nodiscard]] Deadline deadlineFor(const AXElement& element) const;
+    [[nodiscard]] double timeoutOf(const AXElement& element) const;
 
     WindowSystem& windowSystem_;
     RunLoop& runLoop_;

@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <csignal>
 #include <cstdlib>
 #include <utility>
 
 #define SD_JOURNAL_SUPPRESS_LOCATION
+#include <limits.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
 #include <syslog.h>
@@ -44,14 +46,31 @@ int syslogPriority(LogLevel level) {
     std::unreachable();
 }
 
+/// A reader that is asleep must not hold the program up: what does not fit any more is dropped. A pipe that can be
+/// written to takes PIPE_BUF bytes at least.
+void writeWithoutWaiting(std::string_view line) {
+    while (!line.empty()) {
+        pollfd ready{.fd = STDERR_FILENO, .events = POLLOUT, .revents = 0};
+        if (poll(&ready, 1, 0) != 1 || (ready.revents & POLLOUT) == 0) return;
+        const ssize_t count = ::write(STDERR_FILENO, line.data(), std::min<std::size_t>(line.size(), PIPE_BUF));
+        if (count <= 0) return;
+        line.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
 }  // namespace
 
 std::string asOneLine(std::string_view text) {
     std::string line;
     line.reserve(text.size());
-    for (const char character : text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char character = text[i];
         const auto byte = static_cast<unsigned char>(character);
-        if (byte == '\n')
+        const auto next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0U;
+        if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {  // the control characters beyond ASCII
+            line += fmt::format("\\u{:04x}", next);
+            ++i;
+        } else if (byte == '\n')
             line += "\\n";
         else if (byte < 0x20 || byte == 0x7f)
             line += fmt::format("\\x{:02x}", byte);
@@ -62,7 +81,9 @@ std::string asOneLine(std::string_view text) {
 }
 
 LinuxLog::LinuxLog(std::string subsystem)
-    : subsystem_(std::move(subsystem)), writesToJournal_(standardErrorIsJournal()) {}
+    : subsystem_(std::move(subsystem)), writesToJournal_(standardErrorIsJournal()) {
+    std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is no reason to end
+}
 
 void LinuxLog::write(LogLevel level, std::string_view category, std::string_view text) {
     const std::string line = asOneLine(text);
@@ -77,7 +98,7 @@ void LinuxLog::write(LogLevel level, std::string_view category, std::string_view
         return;
     }
     const std::string whole = fmt::format("velmorand [{}] {}: {}\n", category, name(level), line);
-    std::fwrite(whole.data(), 1, whole.size(), stderr);
+    writeWithoutWaiting(whole);
 }
 
 }  // namespace velmorand

@@ -61,7 +61,7 @@ protected:
         addEntry("org.example.Declared");
         addEntry("org.example.Toolkit");
         addEntry("org.example.Sandboxed");
-        addEntry("org.example.Unit");
+        addEntry("org.example.Unit", "Exec=/usr/bin/the-program\n");
         addEntry("by-class", "StartupWMClass=Class-Key\n");
         addEntry("by-instance", "StartupWMClass=Instance-Key\n");
         addEntry("class-base");
@@ -193,6 +193,13 @@ TEST_F(ApplicationIdentityTest, FollowsTheExecutable) {
     setExecutable("/opt/somewhere/the-program");
 
     EXPECT_EQ(identifierFor(Clues().process(pid).windowClass("Unknown")), "by-executable");
+}
+
+TEST_F(ApplicationIdentityTest, DoesNotTakeAProgramForTheTerminalInWhoseUnitItRuns) {
+    setControlGroup("app-org.example.Unit-4711.scope");
+    setExecutable("/usr/bin/another-program");
+
+    EXPECT_EQ(identifierFor(Clues().process(pid).windowClass("Class-Key")), "by-class");
 }
 
 TEST_F(ApplicationIdentityTest, FollowsTheExecutableOfAProgramThatWasUpdatedWhileItRuns) {

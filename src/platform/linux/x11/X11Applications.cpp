@@ -110,9 +110,12 @@ RunningApplication X11Applications::identify(xcb_window_t window, std::optional<
                              .windowClass = windowClass.className,
                              .windowInstance = windowClass.instance},
                             entries_);
-    if (pid == getpid()) return {*pid, ownIdentifier_, identity.name};
-    const bool isUsable = identity.identifier && isIdentifier(*identity.identifier, longestIdentifier);
-    return {pid ? *pid : pidOfClient(window), isUsable ? identity.identifier : std::nullopt, identity.name};
+    const auto usable = [](const std::optional<std::string>& found) {
+        return found && isIdentifier(*found, longestIdentifier) ? found : std::nullopt;
+    };
+    const bool isOurs = pid == getpid();
+    return {pid ? *pid : pidOfClient(window), isOurs ? ownIdentifier_ : usable(identity.identifier),
+            usable(identity.name)};
 }
 
 }  // namespace velmorand

@@ -181,8 +181,9 @@ std::optional<RunningApplication> X11WindowSystem::frontmostApplication() {
 }
 
 bool X11WindowSystem::hasApplication(std::int32_t pid) {
-    return processWatcher_.isRunning(pid) || registry_.hasApplication(pid) ||
-           !windowsFrontToBack(pid, queryDeadline()).empty();
+    if (pid < 0) return registry_.hasApplication(pid);
+    processWatcher_.watch(pid);
+    return processWatcher_.isRunning(pid);
 }
 
 std::vector<WindowID> X11WindowSystem::windowsFrontToBack(std::int32_t pid, Deadline deadline) {
