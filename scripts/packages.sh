@@ -15,16 +15,16 @@ build | nlohmann-json3-dev | stored form of shortcuts and preferences
 build | libfmt-dev | formatting of log lines and messages
 build | libicu-dev | whole user-perceived characters and upper-casing of key labels
 build | libsystemd-dev | the log goes to the journal
-build | qt6-base-dev | event loop (Core, Gui) and D-Bus (DBus)
+build | qt6-base-dev | event loop (Core, Gui)
 build | libx11-dev | quiet end of the toolkit's own connection to the X server
 build | libxcb1-dev | connection to the X server
 build | libxcb-randr0-dev | displays
 build | libxcb-res0-dev | the process behind a window
 build | libxcb-xinput-dev | hot keys
-build | libxcb-xkb-dev | keyboard layout and its changes
-build | libxcb-xfixes0-dev | notices when the window manager changes
+build | libxcb-xkb-dev | for later: labels of keys in the current layout
+build | libxcb-xfixes0-dev | for later: owners of selections
 build | libxkbcommon-dev | key symbols
-build | libxkbcommon-x11-dev | the X server's keymap
+build | libxkbcommon-x11-dev | for later: the keymap of the X server
 build | libxcb-xtest0-dev | the tests press keys as a keyboard would
 build | libgtest-dev | tests
 build | libgmock-dev | tests: matchers

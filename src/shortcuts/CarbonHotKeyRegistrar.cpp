@@ -59,7 +59,9 @@ OSStatus CarbonHotKeyRegistrar::hotKeyPressed(const HotKeyEvent* event) {
     // The signature is not compared: any hot key delivered to this handler counts. The callback runs in a later
     // turn, so that an action never runs inside the event handler.
     runLoop_.post([weakSelf = weak_from_this(), id = pressed->id] {
-        if (const auto self = weakSelf.lock(); self && self->handler_) self->handler_(id);
+        const auto self = weakSelf.lock();
+        const Handler handler = self ? self->handler_ : nullptr;  // it may uninstall itself while it runs
+        if (handler) handler(id);
     });
     return noError;
 }

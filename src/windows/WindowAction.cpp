@@ -58,6 +58,14 @@ constexpr const CatalogueRow& row(WindowAction action) {
 static_assert(std::ranges::all_of(allWindowActions, [](WindowAction action) { return row(action).action == action; }),
               "the catalogue is in declaration order");
 
+consteval bool rawValuesAreUnique() {
+    for (const CatalogueRow& first : catalogue) {
+        if (std::ranges::count(catalogue, first.rawValue, &CatalogueRow::rawValue) != 1) return false;
+    }
+    return true;
+}
+static_assert(rawValuesAreUnique(), "actions are stored under their raw values");
+
 }  // namespace
 
 WindowActionMetadata metadata(WindowAction action) {

@@ -39,15 +39,17 @@ LinuxAccessibility::LinuxAccessibility(WindowSystem& windowSystem, RunLoop& runL
     : windowSystem_(windowSystem), runLoop_(runLoop), logger_(log, "ax") {}
 
 bool LinuxAccessibility::isProcessTrusted() {
-    flushHeldPosition(deadlineAfter(defaultMessagingTimeout));
-    return !windowSystem_.missingForTrust();
+    const Deadline deadline = deadlineAfter(defaultMessagingTimeout);
+    flushHeldPosition(deadline);
+    return !windowSystem_.missingForTrust(deadline);
 }
 
 bool LinuxAccessibility::isProcessTrustedWithPrompt() {
-    flushHeldPosition(deadlineAfter(defaultMessagingTimeout));
-    const auto missing = windowSystem_.missingForTrust();
-    if (missing) logger_.error("{}", *missing);
-    return !missing;
+    const Deadline deadline = deadlineAfter(defaultMessagingTimeout);
+    flushHeldPosition(deadline);
+    const auto problem = windowSystem_.missingForTrust(deadline);
+    if (problem) logger_.error("{}", problem->sentence);
+    return !problem;
 }
 
 AXElement LinuxAccessibility::createApplication(std::int32_t pid) {
@@ -76,7 +78,7 @@ std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyAttributeValue(
     const Deadline deadline = deadlineAfter(timeoutOf(element));
     if (const auto* pid = ApplicationBody::identityOf(element)) {
         flushHeldPosition(deadline);
-        return copyFromApplication(*pid, attribute);
+        return copyFromApplication(*pid, attribute, deadline);
     }
     const auto* window = WindowBody::identityOf(element);
     if (window == nullptr) return std::unexpected(AXError::invalidElement);
@@ -85,13 +87,14 @@ std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyAttributeValue(
 }
 
 std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromApplication(std::int32_t pid,
-                                                                                 std::string_view attribute) {
-    if (windowSystem_.missingForTrust()) return std::unexpected(AXError::apiDisabled);
-    if (!windowSystem_.hasApplication(pid)) return std::unexpected(AXError::invalidElement);
-    if (attribute == ax_attribute::focusedWindow) return asElement(windowSystem_.focusedWindow(pid));
-    if (attribute == ax_attribute::mainWindow) return asElement(windowSystem_.mainWindow(pid));
+                                                                                 std::string_view attribute,
+                                                                                 Deadline deadline) {
+    if (const auto problem = windowSystem_.missingForTrust(deadline)) return std::unexpected(problem->error);
+    if (!windowSystem_.hasApplication(pid, deadline)) return std::unexpected(AXError::invalidElement);
+    if (attribute == ax_attribute::focusedWindow) return asElement(windowSystem_.focusedWindow(pid, deadline));
+    if (attribute == ax_attribute::mainWindow) return asElement(windowSystem_.mainWindow(pid, deadline));
     if (attribute != ax_attribute::windows) return std::unexpected(AXError::attributeUnsupported);
-    const auto windows = windowSystem_.windows(pid);
+    const auto windows = windowSystem_.windows(pid, deadline);
     if (!windows) return std::unexpected(windows.error());
     std::vector<AXElement> elements;
     for (const WindowID window : *windows) elements.push_back(WindowBody::makeElement(window));
@@ -100,8 +103,8 @@ std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromApplication
 
 std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromWindow(WindowID window, std::string_view attribute,
                                                                             Deadline deadline) {
-    if (windowSystem_.missingForTrust()) return std::unexpected(AXError::apiDisabled);
-    const auto attributes = windowSystem_.attributes(window, deadline);
+    if (const auto problem = windowSystem_.missingForTrust(deadline)) return std::unexpected(problem->error);
+    const auto attributes = windowSystem_.attributes(window, Reading::settled, deadline);
     if (!attributes) return std::unexpected(attributes.error());
     if (attribute == ax_attribute::role) return attributes->role;
     if (attribute == ax_attribute::minimized) return attributes->minimized;
@@ -119,8 +122,8 @@ std::expected<bool, AXError> LinuxAccessibility::isAttributeSettable(const AXEle
     flushHeldPosition(deadline);
     const auto* window = WindowBody::identityOf(element);
     if (window == nullptr) return false;
-    if (windowSystem_.missingForTrust()) return std::unexpected(AXError::apiDisabled);
-    const auto attributes = windowSystem_.attributes(*window, deadline);
+    if (const auto problem = windowSystem_.missingForTrust(deadline)) return std::unexpected(problem->error);
+    const auto attributes = windowSystem_.attributes(*window, Reading::settled, deadline);
     if (!attributes) return std::unexpected(attributes.error());
     if (attribute == ax_attribute::position) return attributes->positionSettable;
     if (attribute == ax_attribute::size) return attributes->sizeSettable;
@@ -154,7 +157,7 @@ std::expected<void, AXError> LinuxAccessibility::writeSize(WindowID window, cons
     const auto held = std::exchange(held_, std::nullopt);  // whatever fails from here on drops it
     const auto size = finiteValue<Size>(value, &Size::width, &Size::height);
     if (!size) return std::unexpected(size.error());
-    const auto attributes = windowSystem_.attributes(window, deadline);
+    const auto attributes = windowSystem_.attributes(window, Reading::atOnce, deadline);
     if (!attributes) return std::unexpected(attributes.error());
     if (!attributes->sizeSettable) return std::unexpected(AXError::attributeUnsupported);
     const Point origin = held ? held->position : attributes->frame.origin();
@@ -167,7 +170,7 @@ void LinuxAccessibility::flushHeldPosition(Deadline deadline) {
     const auto held = std::exchange(held_, std::nullopt);
     if (!held) return;
     deadline = std::min(deadline, deadlineAfter(held->timeout));
-    const auto attributes = windowSystem_.attributes(held->window, deadline);
+    const auto attributes = windowSystem_.attributes(held->window, Reading::atOnce, deadline);
     const auto moved = attributes ? windowSystem_.setFrame(held->window,
                                                            {held->position.x, held->position.y, attributes->frame.width,
                                                             attributes->frame.height},

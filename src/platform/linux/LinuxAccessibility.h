@@ -38,7 +38,8 @@ private:
     };
 
     [[nodiscard]] std::expected<AXAttributeValue, AXError> copyFromApplication(std::int32_t pid,
-                                                                               std::string_view attribute);
+                                                                               std::string_view attribute,
+                                                                               Deadline deadline);
     [[nodiscard]] std::expected<AXAttributeValue, AXError> copyFromWindow(WindowID window, std::string_view attribute,
                                                                           Deadline deadline);
     [[nodiscard]] std::expected<void, AXError> holdPosition(WindowID window, const AXBoxedValue& value, double timeout,

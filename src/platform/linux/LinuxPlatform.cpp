@@ -72,7 +72,8 @@ private:
     }
 
     void handleConnection() {
-        if (!connection_->isLost()) connection_->handleEvents();
+        const bool hasMore = !connection_->isLost() && connection_->handleEvents();
+        if (hasMore) runLoop_.post([this] { handleConnection(); });
         if (!connection_->isLost()) return;
         readable_.cancel();
         application_.endAfterLoss();

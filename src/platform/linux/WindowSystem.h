@@ -41,6 +41,16 @@ struct WindowAttributes {
 /// When a call must be over.
 using Deadline = std::chrono::steady_clock::time_point;
 
+/// What keeps this program from working with other applications' windows: the code that calls fail with, and a
+/// sentence for the user.
+struct TrustProblem {
+    AXError error;
+    std::string sentence;
+};
+
+/// How a window's attributes are read: as they are now, or once what the client is about to declare is there.
+enum class Reading : std::uint8_t { atOnce, settled };
+
 /// A window system of Linux in terms of whole frames. X11 and each Wayland compositor implement it; one
 /// accessibility service translates from it. Frames are in the accessibility space, which starts at the top-left
 /// corner of the primary display. Main thread only; no call takes longer than its deadline.
@@ -50,24 +60,26 @@ public:
     WindowSystem(const WindowSystem&) = delete;
     WindowSystem& operator=(const WindowSystem&) = delete;
 
-    /// What keeps this program from moving other applications' windows, as a sentence; absent when nothing does.
-    [[nodiscard]] virtual std::optional<std::string> missingForTrust() = 0;
+    /// What keeps this program from moving other applications' windows; absent when nothing does.
+    [[nodiscard]] virtual std::optional<TrustProblem> missingForTrust(Deadline deadline) = 0;
 
     /// The application whose window is active, or was last if none is now; absent when there is none.
     [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() = 0;
 
     /// Whether an application with this process identifier is known: it has windows or is running.
-    [[nodiscard]] virtual bool hasApplication(std::int32_t pid) = 0;
+    [[nodiscard]] virtual bool hasApplication(std::int32_t pid, Deadline deadline) = 0;
 
     /// The application's windows on the current desktop, front to back.
-    [[nodiscard]] virtual std::expected<std::vector<WindowID>, AXError> windows(std::int32_t pid) = 0;
+    [[nodiscard]] virtual std::expected<std::vector<WindowID>, AXError> windows(std::int32_t pid,
+                                                                                Deadline deadline) = 0;
     /// The active window if it is this application's; fails with `noValue` otherwise.
-    [[nodiscard]] virtual std::expected<WindowID, AXError> focusedWindow(std::int32_t pid) = 0;
+    [[nodiscard]] virtual std::expected<WindowID, AXError> focusedWindow(std::int32_t pid, Deadline deadline) = 0;
     /// The application's most recently active normal window, else its topmost; fails with `noValue` without one.
-    [[nodiscard]] virtual std::expected<WindowID, AXError> mainWindow(std::int32_t pid) = 0;
+    [[nodiscard]] virtual std::expected<WindowID, AXError> mainWindow(std::int32_t pid, Deadline deadline) = 0;
 
     /// Everything about one window, read together.
-    [[nodiscard]] virtual std::expected<WindowAttributes, AXError> attributes(WindowID window, Deadline deadline) = 0;
+    [[nodiscard]] virtual std::expected<WindowAttributes, AXError> attributes(WindowID window, Reading reading,
+                                                                              Deadline deadline) = 0;
 
     /// Fails as `setFrame` would where that can be known at once: the window gone, full screen or not movable, the
     /// window system not answering.

@@ -163,7 +163,8 @@ ContractWindow X11DesktopUnderContract::add(int client, std::string_view title, 
     windows_.emplace(window, OpenWindow{client, id});
     focusWindow(window);
     placeByHand(window, frame);
-    QCoreApplication::processEvents();  // the platform sees what any program sees of it
+    int turns = 0;  // in which the platform sees what any program sees of it
+    [[maybe_unused]] const bool seen = runUntil([&] { return ++turns > 3; }, std::chrono::seconds{1});
     return window;
 }
 

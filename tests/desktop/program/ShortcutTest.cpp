@@ -2,6 +2,7 @@
 #include "desktop/harness/TemporaryFolder.h"
 #include "desktop/program/ProgramTest.h"
 
+#include <algorithm>
 #include <set>
 
 namespace velmorand::desktop {
@@ -48,6 +49,34 @@ TEST_P(ShortcutTest, LocksDoNotKeepAShortcutFromWorking) {
         ASSERT_TRUE(desktop().keyboard().setCapsLock(capsLock));
         expectLanding(action, DemoWindow::serverSide);
     }
+}
+
+/// Takes the keys of one modifier off it and puts them on another, which has none.
+void moveModifier(XConnection& connection, std::size_t from, std::size_t to) {
+    const auto mapping = connection.reply<xcb_get_modifier_mapping_reply_t>(xcb_get_modifier_mapping(connection.raw()));
+    ASSERT_NE(mapping, nullptr);
+    const std::size_t perModifier = mapping->keycodes_per_modifier;
+    xcb_keycode_t* keycodes = xcb_get_modifier_mapping_keycodes(mapping.get());
+    std::swap_ranges(keycodes + from * perModifier, keycodes + (from + 1) * perModifier, keycodes + to * perModifier);
+    const auto changed = connection.reply<xcb_set_modifier_mapping_reply_t>(
+        xcb_set_modifier_mapping(connection.raw(), mapping->keycodes_per_modifier, keycodes));
+    ASSERT_NE(changed, nullptr);
+    ASSERT_EQ(changed->status, XCB_MAPPING_STATUS_SUCCESS);
+}
+
+TEST_P(ShortcutTest, ShortcutsFollowAModifierToItsNewPlace) {
+    focus(DemoWindow::serverSide);
+    expectLanding("left", DemoWindow::serverSide);
+    const PixelRect target = wanted("right", DemoWindow::serverSide);
+
+    moveModifier(desktop().observer().connection(), XCB_MAP_INDEX_4, XCB_MAP_INDEX_3);
+
+    // Nothing tells that the program has followed, so the key is pressed until it works.
+    EXPECT_TRUE(desktop().observer().waitUntil([&] {
+        press("right");
+        return count("Dispatching shortcut right") > 0;
+    }));
+    EXPECT_TRUE(framesAgree(settledFrame(DemoWindow::serverSide, target), target, frameTolerance));
 }
 
 TEST_P(ShortcutTest, AHeldShortcutActsOnce) {

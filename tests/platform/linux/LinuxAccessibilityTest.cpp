@@ -23,28 +23,28 @@ TEST_F(LinuxAccessibilityTest, IsTrustedWhileNothingIsMissing) {
 }
 
 TEST_F(LinuxAccessibilityTest, AnswersWithoutPromptSilently) {
-    windowSystem.missing = "No window manager is running.";
+    windowSystem.missing = TrustProblem{AXError::apiDisabled, "No window manager is running."};
 
     EXPECT_FALSE(accessibility->isProcessTrusted());
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
 TEST_F(LinuxAccessibilityTest, TellsWhatIsMissingAsOneErrorLineWhenPrompted) {
-    windowSystem.missing = "No window manager is running.";
+    windowSystem.missing = TrustProblem{AXError::apiDisabled, "No window manager is running."};
 
     EXPECT_FALSE(accessibility->isProcessTrustedWithPrompt());
     EXPECT_THAT(log.lines(), ElementsAre(LogLine{LogLevel::error, "ax", "No window manager is running."}));
 }
 
 TEST_F(LinuxAccessibilityTest, TakesBracesInTheSentenceAsTheyAre) {
-    windowSystem.missing = "{} {0} {";
+    windowSystem.missing = TrustProblem{AXError::apiDisabled, "{} {0} {"};
 
     EXPECT_FALSE(accessibility->isProcessTrustedWithPrompt());
     EXPECT_TRUE(log.contains(LogLevel::error, "ax", "{} {0} {"));
 }
 
 TEST_F(LinuxAccessibilityTest, RefusesAttributesOfApplicationsWithoutTrust) {
-    windowSystem.missing = "No window manager is running.";
+    windowSystem.missing = TrustProblem{AXError::apiDisabled, "No window manager is running."};
 
     EXPECT_THAT(copy(application(), ax_attribute::windows), FailsWith(AXError::apiDisabled));
     EXPECT_THAT(copy(application(), ax_attribute::focusedWindow), FailsWith(AXError::apiDisabled));
@@ -54,11 +54,20 @@ TEST_F(LinuxAccessibilityTest, RefusesAttributesOfApplicationsWithoutTrust) {
 
 TEST_F(LinuxAccessibilityTest, RefusesAttributesOfWindowsWithoutTrust) {
     const AXElement window = frontElement();
-    windowSystem.missing = "No window manager is running.";
+    windowSystem.missing = TrustProblem{AXError::apiDisabled, "No window manager is running."};
 
     EXPECT_THAT(copy(window, ax_attribute::role), FailsWith(AXError::apiDisabled));
     EXPECT_THAT(copy(window, "AXTitle"), FailsWith(AXError::apiDisabled));
     EXPECT_THAT(accessibility->isAttributeSettable(window, ax_attribute::size), FailsWith(AXError::apiDisabled));
+}
+
+TEST_F(LinuxAccessibilityTest, SaysThatNobodyAnswersWhenTheConnectionIsLost) {
+    const AXElement window = frontElement();
+    windowSystem.missing = TrustProblem{AXError::cannotComplete, "The connection is lost."};
+
+    EXPECT_THAT(copy(application(), ax_attribute::windows), FailsWith(AXError::cannotComplete));
+    EXPECT_THAT(copy(window, ax_attribute::role), FailsWith(AXError::cannotComplete));
+    EXPECT_THAT(accessibility->isAttributeSettable(window, ax_attribute::size), FailsWith(AXError::cannotComplete));
 }
 
 TEST_F(LinuxAccessibilityTest, ListsTheWindowsOfAnApplicationFrontToBack) {

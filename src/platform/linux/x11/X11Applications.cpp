@@ -35,7 +35,10 @@ X11Applications::X11Applications(X11Connection& connection, const X11Atoms& atom
       registry_(registry),
       processWatcher_(processWatcher),
       ownIdentifier_(std::move(ownIdentifier)),
-      entries_(DesktopEntries::ofSession()) {}
+      entries_(DesktopEntries::ofSession()) {
+    const auto* extension = xcb_get_extension_data(connection.raw(), &xcb_res_id);
+    serverKnowsProcesses_ = extension != nullptr && extension->present != 0;
+}
 
 std::expected<RunningApplication, X11Failure> X11Applications::applicationOf(WindowID window, Deadline deadline) {
     if (const auto* known = registry_.application(window)) return *known;
@@ -73,6 +76,7 @@ std::expected<std::optional<std::int32_t>, X11Failure> X11Applications::processO
 }
 
 std::optional<std::int32_t> X11Applications::processByServer(xcb_window_t window, Deadline deadline) {
+    if (!serverKnowsProcesses_) return std::nullopt;  // asking all the same would end the connection
     const xcb_res_client_id_spec_t wanted{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     const auto reply = connection_.reply<xcb_res_query_client_ids_reply_t>(
         xcb_res_query_client_ids(connection_.raw(), 1, &wanted), deadline);
@@ -90,8 +94,13 @@ std::optional<std::int32_t> X11Applications::processByServer(xcb_window_t window
 /// Every connection of a client whose process is not known counts as an application of its own.
 std::int32_t X11Applications::pidOfClient(xcb_window_t window) {
     const std::uint32_t client = window & ~connection_.setup().resource_id_mask;
-    const auto next = static_cast<std::int32_t>(-1 - static_cast<std::int32_t>(clientPids_.size()));
-    return clientPids_.try_emplace(client, next).first->second;
+    const auto [entry, isNew] = clientPids_.try_emplace(client, 0);
+    if (isNew) entry->second = --lastClientPid_;
+    return entry->second;
+}
+
+void X11Applications::forget(std::int32_t pid) {
+    std::erase_if(clientPids_, [pid](const auto& entry) { return entry.second == pid; });
 }
 
 RunningApplication X11Applications::identify(xcb_window_t window, std::optional<std::int32_t> pid, Deadline deadline) {

@@ -30,6 +30,9 @@ public:
     /// The application of the window. Fails when the window is gone or nobody answers in time.
     [[nodiscard]] std::expected<RunningApplication, X11Failure> applicationOf(WindowID window, Deadline deadline);
 
+    /// The last window of this application was closed.
+    void forget(std::int32_t pid);
+
 private:
     [[nodiscard]] std::expected<std::optional<std::int32_t>, X11Failure> processOf(xcb_window_t window,
                                                                                    Deadline deadline);
@@ -43,6 +46,8 @@ private:
     ProcessWatcher& processWatcher_;
     std::optional<std::string> ownIdentifier_;
     DesktopEntries entries_;
+    bool serverKnowsProcesses_ = false;
+    std::int32_t lastClientPid_ = 0;
     std::map<std::uint32_t, std::int32_t> clientPids_;  // by the client's part of its windows' numbers
 };
 

@@ -14,13 +14,11 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(X11AtomName::cou
     "_NET_CURRENT_DESKTOP",
     "_NET_FRAME_EXTENTS",
     "_NET_MOVERESIZE_WINDOW",
-    "_NET_SUPPORTED",
     "_NET_SUPPORTING_WM_CHECK",
     "_NET_WM_ACTION_MOVE",
     "_NET_WM_ACTION_RESIZE",
     "_NET_WM_ALLOWED_ACTIONS",
     "_NET_WM_DESKTOP",
-    "_NET_WM_NAME",
     "_NET_WM_PID",
     "_NET_WM_STATE",
     "_NET_WM_STATE_FULLSCREEN",
@@ -55,13 +53,13 @@ std::expected<X11Atoms, X11Failure> X11Atoms::intern(X11Connection& connection, 
     std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
     for (std::size_t i = 0; i < names.size(); ++i)
         cookies[i] = xcb_intern_atom(connection.raw(), 0, static_cast<std::uint16_t>(names[i].size()), names[i].data());
-    X11Atoms atoms;
+    Values atoms{};
     for (std::size_t i = 0; i < names.size(); ++i) {
         const auto reply = connection.reply<xcb_intern_atom_reply_t>(cookies[i], deadline);
         if (!reply) return std::unexpected(reply.error());
-        atoms.atoms_[i] = (*reply)->atom;
+        atoms[i] = (*reply)->atom;
     }
-    return atoms;
+    return X11Atoms(atoms);
 }
 
 }  // namespace velmorand

@@ -19,13 +19,11 @@ enum class X11AtomName : std::uint8_t {
     netCurrentDesktop,
     netFrameExtents,
     netMoveResizeWindow,
-    netSupported,
     netSupportingWMCheck,
     netWMActionMove,
     netWMActionResize,
     netWMAllowedActions,
     netWMDesktop,
-    netWMName,
     netWMPid,
     netWMState,
     netWMStateFullscreen,
@@ -57,12 +55,17 @@ enum class X11AtomName : std::uint8_t {
 /// Atoms of one connection, asked for once.
 class X11Atoms {
 public:
+    /// In the order of the enumeration.
+    using Values = std::array<xcb_atom_t, static_cast<std::size_t>(X11AtomName::count)>;
+
+    explicit X11Atoms(const Values& values) : atoms_(values) {}
+
     [[nodiscard]] static std::expected<X11Atoms, X11Failure> intern(X11Connection& connection, Deadline deadline);
 
     [[nodiscard]] xcb_atom_t operator[](X11AtomName name) const { return atoms_[static_cast<std::size_t>(name)]; }
 
 private:
-    std::array<xcb_atom_t, static_cast<std::size_t>(X11AtomName::count)> atoms_{};
+    Values atoms_;
 };
 
 }  // namespace velmorand

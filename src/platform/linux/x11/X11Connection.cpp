@@ -92,7 +92,10 @@ std::expected<std::vector<std::uint8_t>, X11Failure> X11Connection::check(const 
                                                                           Deadline deadline) {
     // Once a later request is answered, the errors of these have arrived if there are any.
     const auto later = reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(connection_), deadline);
-    if (!later) return std::unexpected(later.error());
+    if (!later) {
+        for (const xcb_void_cookie_t cookie : cookies) discard(cookie);
+        return std::unexpected(later.error());
+    }
     std::vector<std::uint8_t> codes;
     for (const xcb_void_cookie_t cookie : cookies) {
         const X11Reply<xcb_generic_error_t> error(xcb_request_check(connection_, cookie));
@@ -102,9 +105,9 @@ std::expected<std::vector<std::uint8_t>, X11Failure> X11Connection::check(const 
 }
 
 void X11Connection::takeIn(X11Event event) {
-    if (event->response_type == 0) return;  // the error of a request nobody waits for, such as on a closed window
     listeners_->call(*event);
-    arrived_.push_back(std::move(event));
+    const bool isError = event->response_type == 0;  // of a request nobody waits for, such as on a closed window
+    if (!isError) arrived_.push_back(std::move(event));
 }
 
 void X11Connection::takeInEvents() {
@@ -116,25 +119,26 @@ std::expected<void, X11Failure> X11Connection::waitForEvent(
     flush();
     for (;;) {
         while (X11Event event{xcb_poll_for_event(connection_)}) {
-            if (event->response_type == 0) continue;
+            const std::size_t before = arrived_.size();
             takeIn(std::move(event));
-            if (wanted(*arrived_.back())) return {};
+            if (arrived_.size() > before && wanted(*arrived_.back())) return {};
         }
         if (isLost()) return std::unexpected(X11Failure::lost);
         if (const auto failure = waitForData(deadline)) return std::unexpected(*failure);
     }
 }
 
-void X11Connection::handleEvents() {
+bool X11Connection::handleEvents() {
     flush();
     takeInEvents();
-    while (!arrived_.empty()) {
+    for (std::size_t left = arrived_.size(); left > 0; --left) {
         const X11Event event = std::move(arrived_.front());
         arrived_.pop_front();
         handlers_->call(*event);
-        takeInEvents();
     }
     flush();
+    takeInEvents();  // what arrived with the flush would else wait for the next event
+    return !arrived_.empty();
 }
 
 Subscription X11Connection::listen(EventCallback callback) {

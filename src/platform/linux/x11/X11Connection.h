@@ -84,12 +84,12 @@ public:
     void takeInEvents();
 
     /// Handles the events taken in so far and those that have arrived. Called by the main loop when the file is
-    /// readable and before it sleeps.
-    void handleEvents();
+    /// readable and before it sleeps. Answers whether more arrived meanwhile: they belong to the next turn.
+    [[nodiscard]] bool handleEvents();
 
     using EventCallback = std::function<void(const xcb_generic_event_t&)>;
 
-    /// Hears of every event the moment it arrives, also inside a wait. For bookkeeping only: it must make no
+    /// Hears of every event, and of every error of a request nobody waits for, the moment it arrives, also inside a wait. For bookkeeping only: it must make no
     /// request that waits.
     [[nodiscard]] Subscription listen(EventCallback callback);
     /// Handles every event in a turn of the main loop.
@@ -116,6 +116,11 @@ private:
 /// The event's type without the mark of a sent event; 0 for an error.
 [[nodiscard]] inline std::uint8_t eventType(const xcb_generic_event_t& event) {
     return event.response_type & 0x7fU;
+}
+
+/// Whether another client made the event up (`SendEvent`); what the server itself tells is not marked so.
+[[nodiscard]] inline bool isSentEvent(const xcb_generic_event_t& event) {
+    return (event.response_type & 0x80U) != 0;
 }
 
 }  // namespace velmorand

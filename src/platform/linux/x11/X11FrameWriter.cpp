@@ -65,9 +65,9 @@ std::expected<Rect, AXError> X11FrameWriter::place(xcb_window_t window, const Re
     if (!facts) return std::unexpected(asAXError(facts.error()));
     if (facts->fullScreen) return std::unexpected(AXError::attributeUnsupported);
 
+    if (freshlyNormal_ && freshlyNormal_->window == window) freshlyNormal_->visible = visible;
     const bool leavesState = facts->isMaximized() || facts->shaded;
     if (!leavesState && facts->geometry.visible() == visible) return visible;
-    freshlyNormal_.reset();
     if (leavesState) {
         const bool mayDeclareShadow = facts->declaresShadow;
         if (auto normal = putBackToNormal(window, *facts, deadline); !normal) return std::unexpected(normal.error());
@@ -94,8 +94,8 @@ std::expected<Rect, AXError> X11FrameWriter::placeClient(xcb_window_t window, co
     return settled->geometry.visible();
 }
 
-std::expected<X11WindowFacts, AXError> X11FrameWriter::facts(xcb_window_t window, Deadline deadline) {
-    waitForShadow(window, deadline);
+std::expected<X11WindowFacts, AXError> X11FrameWriter::facts(xcb_window_t window, Reading reading, Deadline deadline) {
+    if (reading == Reading::settled) waitForShadow(window, deadline);
     const auto facts = readWindowFacts(connection_, atoms_, window, deadline);
     if (!facts) return std::unexpected(asAXError(facts.error()));
     return *facts;
@@ -167,7 +167,10 @@ bool X11FrameWriter::isShadowDeclaration(const xcb_generic_event_t& event, const
 }
 
 void X11FrameWriter::noteEvent(const xcb_generic_event_t& event) {
-    if (eventType(event) == XCB_CONFIGURE_NOTIFY) {
+    if (eventType(event) == XCB_DESTROY_NOTIFY && !isSentEvent(event) && freshlyNormal_ &&
+        reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == freshlyNormal_->window)
+        freshlyNormal_.reset();
+    if (eventType(event) == XCB_CONFIGURE_NOTIFY && !isSentEvent(event)) {
         const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
         if (change.window == helper_) noteBarrierAnswer(change.width);
     }

@@ -35,8 +35,8 @@ public:
     [[nodiscard]] std::expected<Rect, AXError> place(xcb_window_t window, const Rect& visible, Deadline deadline);
 
     /// Reads the window; right after it was put back to normal, the client may be about to declare its shadow
-    /// anew, which is waited for shortly.
-    [[nodiscard]] std::expected<X11WindowFacts, AXError> facts(xcb_window_t window, Deadline deadline);
+    /// anew, which a settled reading waits for shortly.
+    [[nodiscard]] std::expected<X11WindowFacts, AXError> facts(xcb_window_t window, Reading reading, Deadline deadline);
 
 private:
     /// A window that was put back to normal and placed a moment ago. Its client declares its shadow again some

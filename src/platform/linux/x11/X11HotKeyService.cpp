@@ -80,29 +80,59 @@ std::optional<X11ModifierMap> X11HotKeyService::readModifierMap(Deadline deadlin
 HotKeyRegistration X11HotKeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, HotKeyID hotKeyID) {
     const Deadline deadline = requestDeadline();
     if (!hasInputExtension_ || connection_.isLost()) return {hotKeyInternalError, std::nullopt};
-    if (registrations_.empty()) modifiers_ = readModifierMap(deadline);
+    if (!modifiers_) modifiers_ = readModifierMap(deadline);
     if (!modifiers_) return {hotKeyInternalError, std::nullopt};
-    const auto keycode = xKeycodeFor(keyCode);
-    const auto mask = modifiers_->maskFor(modifiers);
-    if (!keycode || !mask) return {hotKeyParameterError, std::nullopt};
+    const auto combination = combinationFor(keyCode, modifiers);
+    if (!combination) return {hotKeyParameterError, std::nullopt};
 
-    const Combination combination{*keycode, *mask};
-    Grab grab{*keycode, modifiers_->lockCombinations()};
-    for (std::uint32_t& withLocks : grab.masks) withLocks |= *mask;
     const bool isOurs =
         std::ranges::any_of(registrations_, [&](const auto& entry) { return entry.second.combination == combination; });
     if (isOurs) return {hotKeyAlreadyTaken, std::nullopt};
+    Grab grab = grabFor(*combination);
     if (const OSStatus status = probeCoreGrab(grab, deadline); status != noError) return {status, std::nullopt};
     if (const OSStatus status = establish(grab, deadline); status != noError) return {status, std::nullopt};
     const HotKeyReference reference{++lastReference_};
-    registrations_.emplace(reference, Registration{combination, std::move(grab), hotKeyID});
+    registrations_.emplace(reference, Registration{keyCode, modifiers, hotKeyID, combination, std::move(grab)});
     return {noError, reference};
+}
+
+std::optional<X11HotKeyService::Combination> X11HotKeyService::combinationFor(std::uint32_t keyCode,
+                                                                              std::uint32_t modifiers) const {
+    const auto keycode = xKeycodeFor(keyCode);
+    const auto mask = modifiers_ ? modifiers_->maskFor(modifiers) : std::nullopt;
+    if (!keycode || !mask) return std::nullopt;
+    return Combination{*keycode, *mask};
+}
+
+X11HotKeyService::Grab X11HotKeyService::grabFor(const Combination& combination) const {
+    Grab grab{combination.keycode, {}};
+    if (modifiers_) grab.masks = modifiers_->lockCombinations();
+    for (std::uint32_t& withLocks : grab.masks) withLocks |= combination.mask;
+    return grab;
+}
+
+/// Keys are grabbed by their place, so another layout changes nothing; where the modifiers and locks went matters. The
+/// server tells of a change also when only another device takes its turn, so an equal map must cost nothing more.
+void X11HotKeyService::followKeyboard() {
+    const Deadline deadline = requestDeadline();
+    const auto current = readModifierMap(deadline);
+    if (!current || current == modifiers_) return;
+    for (const auto& [reference, registration] : registrations_) {
+        if (registration.combination) release(registration.grab);
+    }
+    modifiers_ = current;
+    for (auto& [reference, registration] : registrations_) {
+        registration.combination = combinationFor(registration.keyCode, registration.modifiers);
+        if (!registration.combination) continue;
+        registration.grab = grabFor(*registration.combination);
+        if (establish(registration.grab, deadline) != noError) registration.combination.reset();
+    }
 }
 
 OSStatus X11HotKeyService::unregisterHotKey(HotKeyReference reference) {
     const auto node = registrations_.extract(reference);
     if (node.empty()) return hotKeyParameterError;
-    release(node.mapped().grab);
+    if (node.mapped().combination) release(node.mapped().grab);
     connection_.flush();
     return noError;
 }
@@ -145,6 +175,7 @@ void X11HotKeyService::release(const Grab& grab) {
 }
 
 void X11HotKeyService::handle(const xcb_generic_event_t& event) {
+    if (eventType(event) == XCB_MAPPING_NOTIFY && modifiers_) followKeyboard();
     if (eventType(event) != XCB_GE_GENERIC || !modifiers_) return;
     const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
     if (generic.extension != inputOpcode_ || generic.event_type != XCB_INPUT_KEY_PRESS) return;

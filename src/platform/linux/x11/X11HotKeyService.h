@@ -39,16 +39,22 @@ private:
         std::uint8_t keycode = 0;
         std::vector<std::uint32_t> masks;
     };
+    /// What was asked for, and what stands for it on the keyboard as it is now.
     struct Registration {
-        Combination combination;
-        Grab grab;
+        std::uint32_t keyCode = 0;
+        std::uint32_t modifiers = 0;
         HotKeyID hotKeyID;
+        std::optional<Combination> combination;  ///< absent while the keyboard has no such key or modifier
+        Grab grab;
     };
 
     [[nodiscard]] std::optional<X11ModifierMap> readModifierMap(Deadline deadline);
     [[nodiscard]] OSStatus probeCoreGrab(const Grab& grab, Deadline deadline);
     [[nodiscard]] OSStatus establish(const Grab& grab, Deadline deadline);
     void release(const Grab& grab);
+    [[nodiscard]] std::optional<Combination> combinationFor(std::uint32_t keyCode, std::uint32_t modifiers) const;
+    [[nodiscard]] Grab grabFor(const Combination& combination) const;
+    void followKeyboard();
     void handle(const xcb_generic_event_t& event);
     void deliver(HotKeyID hotKeyID);
 

@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11Monitors.h"
 
+#include "platform/linux/x11/X11Desktops.h"
 #include "platform/linux/x11/X11PropertyReader.h"
 
 #include <xcb/randr.h>
@@ -8,13 +9,6 @@
 #include <array>
 
 namespace velmorand {
-namespace {
-
-/// `_NET_WM_DESKTOP` of a window that is on every desktop.
-constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
-
-}  // namespace
-
 X11Monitors::X11Monitors(X11Connection& connection, const X11Atoms& atoms)
     : connection_(connection),
       atoms_(atoms),
@@ -81,17 +75,22 @@ Point X11Monitors::origin(Deadline deadline) {
 
 void X11Monitors::readMonitors(Deadline deadline) {
     monitorsAreCurrent_ = true;  // an event during the reading sets it back
-    monitors_ = arranged(askServer(deadline));
-    if (monitors_.empty() && !connection_.isLost())
+    auto answer = askServer(deadline);
+    if (!answer) {
+        monitorsAreCurrent_ = false;  // the old ones count until the server answers
+        return;
+    }
+    monitors_ = arranged(std::move(*answer));
+    if (monitors_.empty())
         monitors_ = {{connection_.root(), "Screen", {0, 0, rootSize_.width, rootSize_.height}, true}};
 }
 
-std::vector<X11Monitor> X11Monitors::askServer(Deadline deadline) {
-    if (randrEvents_ == 0) return {};
+std::expected<std::vector<X11Monitor>, X11Failure> X11Monitors::askServer(Deadline deadline) {
+    std::vector<X11Monitor> monitors;
+    if (randrEvents_ == 0) return monitors;
     const auto reply = connection_.reply<xcb_randr_get_monitors_reply_t>(
         xcb_randr_get_monitors(connection_.raw(), connection_.root(), 1), deadline);
-    if (!reply) return {};
-    std::vector<X11Monitor> monitors;
+    if (!reply) return std::unexpected(reply.error());
     for (auto each = xcb_randr_get_monitors_monitors_iterator(reply->get()); each.rem > 0;
          xcb_randr_monitor_info_next(&each)) {
         const xcb_randr_monitor_info_t& info = *each.data;
@@ -166,7 +165,7 @@ std::vector<X11Strut> X11Monitors::struts(Deadline deadline) {
         if (!partial || !whole || !desktopProperty || !attributes || !geometry || !position) continue;
         if ((*attributes)->map_state != XCB_MAP_STATE_VIEWABLE) continue;
         const auto desktop = decodeFirstItem(*desktopProperty, XCB_ATOM_CARDINAL);
-        if (desktop && desktop != currentDesktop && *desktop != allDesktops) continue;
+        if (!isOnDesktop(desktop, currentDesktop)) continue;
         const Rect panel{static_cast<double>((*position)->dst_x), static_cast<double>((*position)->dst_y),
                          static_cast<double>((*geometry)->width), static_cast<double>((*geometry)->height)};
         const auto bands = decodeStruts(*partial, *whole, XCB_ATOM_CARDINAL, rootSize_, panel);

@@ -6,6 +6,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11WorkAreas.h"
 
+#include <expected>
 #include <map>
 #include <vector>
 
@@ -31,7 +32,7 @@ public:
 
 private:
     void readMonitors(Deadline deadline);
-    [[nodiscard]] std::vector<X11Monitor> askServer(Deadline deadline);
+    [[nodiscard]] std::expected<std::vector<X11Monitor>, X11Failure> askServer(Deadline deadline);
     [[nodiscard]] std::string nameOf(xcb_atom_t atom, Deadline deadline);
     [[nodiscard]] std::vector<X11Strut> struts(Deadline deadline);
     [[nodiscard]] std::vector<xcb_window_t> windowsThatMayBePanels(Deadline deadline);

@@ -57,15 +57,15 @@ public:
 
     std::expected<X11WindowFacts, X11Failure> collect(Deadline deadline) {
         auto facts = collectGeometry(deadline);
-        collectStates(*facts, deadline);
+        collectStates(facts, deadline);
         const bool isTransient = decodeFirstItem(read(transientFor_, deadline), XCB_ATOM_WINDOW).value_or(0) != 0;
-        facts->type = decodeWindowType(read(types_, deadline), atoms_, isTransient);
-        facts->geometry.frame = decodeExtents(read(frameExtents_, deadline), XCB_ATOM_CARDINAL);
+        facts.type = decodeWindowType(read(types_, deadline), atoms_, isTransient);
+        facts.geometry.frame = decodeExtents(read(frameExtents_, deadline), XCB_ATOM_CARDINAL);
         const X11PropertyValue shadow = read(shadowExtents_, deadline);
-        facts->declaresShadow = shadow.type != XCB_ATOM_NONE;
-        facts->geometry.shadow = decodeExtents(shadow, XCB_ATOM_CARDINAL);
-        facts->geometry = facts->geometry.sanitized();
-        collectAllowances(*facts, deadline);
+        facts.declaresShadow = shadow.type != XCB_ATOM_NONE;
+        facts.geometry.shadow = decodeExtents(shadow, XCB_ATOM_CARDINAL);
+        facts.geometry = facts.geometry.sanitized();
+        collectAllowances(facts, deadline);
         if (failure_) return std::unexpected(*failure_);
         return facts;
     }
@@ -91,7 +91,7 @@ private:
         return {};
     }
 
-    std::expected<X11WindowFacts, X11Failure> collectGeometry(Deadline deadline) {
+    X11WindowFacts collectGeometry(Deadline deadline) {
         X11WindowFacts facts;
         const auto attributes = take<xcb_get_window_attributes_reply_t>(attributes_, deadline);
         const auto geometry = take<xcb_get_geometry_reply_t>(geometry_, deadline);

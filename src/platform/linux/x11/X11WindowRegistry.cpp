@@ -70,7 +70,13 @@ bool X11WindowRegistry::hasApplication(std::int32_t pid) const {
 }
 
 void X11WindowRegistry::drop(const xcb_generic_event_t& event) {
-    if (eventType(event) != XCB_DESTROY_NOTIFY) return;
+    if (eventType(event) == 0) {
+        // A window that was gone when its events were asked for: nothing would tell of its end any more.
+        const auto& error = reinterpret_cast<const xcb_generic_error_t&>(event);
+        if (error.major_code == XCB_CHANGE_WINDOW_ATTRIBUTES) records_.erase(error.resource_id);
+        return;
+    }
+    if (eventType(event) != XCB_DESTROY_NOTIFY || isSentEvent(event)) return;
     const auto window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
     const auto node = records_.extract(window);
     if (node.empty()) return;

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11WindowSystem.h"
 
 #include "platform/linux/QtRunLoop.h"
+#include "platform/linux/x11/X11Desktops.h"
 #include "platform/linux/x11/X11PropertyReader.h"
 
 #include <algorithm>
@@ -18,10 +19,9 @@ constexpr std::chrono::seconds startTimeout{5};
 /// Changes of displays and panels come in bursts.
 constexpr std::chrono::milliseconds displaysSettle{50};
 
-/// `_NET_WM_DESKTOP` of a window that is on every desktop.
-constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
-
-constexpr std::string_view waylandServerExtension = "XWAYLAND";
+/// How an X server that is a client of a Wayland compositor gives itself away: newer ones by an extension, older ones
+/// by the names of their outputs.
+constexpr std::string_view waylandServerMark = "XWAYLAND";
 
 Deadline queryDeadline() {
     return std::chrono::steady_clock::now() + queryTimeout;
@@ -77,28 +77,45 @@ X11WindowSystem::X11WindowSystem(X11Connection& connection, QtRunLoop& runLoop, 
 
     const Deadline deadline = std::chrono::steady_clock::now() + startTimeout;
     const auto nested = connection.reply<xcb_query_extension_reply_t>(
-        xcb_query_extension(connection.raw(), static_cast<std::uint16_t>(waylandServerExtension.size()),
-                            waylandServerExtension.data()),
+        xcb_query_extension(connection.raw(), static_cast<std::uint16_t>(waylandServerMark.size()),
+                            waylandServerMark.data()),
         deadline);
     isNested_ = nested && (*nested)->present != 0;
 
     registry_.setLastWindowClosed([this](std::int32_t pid) {
-        if (pid < 0 && observer_.applicationTerminated) observer_.applicationTerminated(pid);
+        if (pid >= 0) return;  // a process may live on without windows
+        applications_.forget(pid);
+        if (observer_.applicationTerminated) observer_.applicationTerminated(pid);
     });
-    registry_.noteActive(activeWindow(deadline));
-    getToKnowWindows();
+    registry_.noteActive(activeWindow(deadline).value_or(XCB_WINDOW_NONE));
+    getToKnowWindows(deadline);
     toldDisplays_ = displays();
+    isNested_ |= std::ranges::any_of(toldDisplays_, [](const DisplayDescription& display) {
+        return display.localizedName.starts_with(waylandServerMark);
+    });
     listener_ = connection.listen([this](const xcb_generic_event_t& event) { noteWindowManager(event); });
     handler_ = connection.handle([this](const xcb_generic_event_t& event) { handle(event); });
 }
 
 X11WindowSystem::~X11WindowSystem() = default;
 
-std::vector<std::uint32_t> X11WindowSystem::rootItems(X11AtomName property, std::uint32_t type,
-                                                      Deadline deadline) const {
-    const auto value =
-        readPropertyNow(connection_, connection_.root(), atoms_[property], x11_property_limit::windows, deadline);
-    return decodeItems(value, type).value_or(std::vector<std::uint32_t>{});
+std::expected<std::optional<std::uint32_t>, X11Failure> X11WindowSystem::rootItem(X11AtomName property,
+                                                                                  std::uint32_t type,
+                                                                                  Deadline deadline) const {
+    const auto value = readProperty(
+        connection_, requestProperty(connection_, connection_.root(), atoms_[property], x11_property_limit::numbers),
+        deadline);
+    if (!value) return std::unexpected(value.error());
+    return decodeFirstItem(*value, type);
+}
+
+std::expected<std::vector<std::uint32_t>, X11Failure> X11WindowSystem::rootWindows(X11AtomName property,
+                                                                                   Deadline deadline) const {
+    const auto value = readProperty(
+        connection_, requestProperty(connection_, connection_.root(), atoms_[property], x11_property_limit::windows),
+        deadline);
+    if (!value) return std::unexpected(value.error());
+    return decodeWindowList(*value, XCB_ATOM_WINDOW);
 }
 
 /// The properties of a dead window manager stay on the root window; only its own window goes. Once that window was
@@ -106,21 +123,21 @@ std::vector<std::uint32_t> X11WindowSystem::rootItems(X11AtomName property, std:
 bool X11WindowSystem::isWindowManagerAlive(Deadline deadline) {
     connection_.takeInEvents();
     if (windowManager_ != XCB_WINDOW_NONE) return true;
-    const auto checkWindow = rootItems(X11AtomName::netSupportingWMCheck, XCB_ATOM_WINDOW, deadline);
-    if (checkWindow.empty()) return false;
-    windowManager_ = checkWindow.front();  // from here on its end is listened for
+    const auto checkWindow = rootItem(X11AtomName::netSupportingWMCheck, XCB_ATOM_WINDOW, deadline);
+    if (!checkWindow || !*checkWindow) return false;
+    windowManager_ = **checkWindow;  // from here on its end is listened for
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_.raw(), windowManager_, XCB_CW_EVENT_MASK, &events);
     const auto itself =
-        decodeFirstItem(readPropertyNow(connection_, checkWindow.front(), atoms_[X11AtomName::netSupportingWMCheck],
+        decodeFirstItem(readPropertyNow(connection_, **checkWindow, atoms_[X11AtomName::netSupportingWMCheck],
                                         x11_property_limit::numbers, deadline),
                         XCB_ATOM_WINDOW);
-    if (itself != checkWindow.front()) windowManager_ = XCB_WINDOW_NONE;
+    if (itself != **checkWindow) windowManager_ = XCB_WINDOW_NONE;
     return windowManager_ != XCB_WINDOW_NONE;
 }
 
 void X11WindowSystem::noteWindowManager(const xcb_generic_event_t& event) {
-    if (eventType(event) == XCB_DESTROY_NOTIFY &&
+    if (eventType(event) == XCB_DESTROY_NOTIFY && !isSentEvent(event) &&
         reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == windowManager_)
         windowManager_ = XCB_WINDOW_NONE;
     if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
@@ -129,33 +146,41 @@ void X11WindowSystem::noteWindowManager(const xcb_generic_event_t& event) {
         windowManager_ = XCB_WINDOW_NONE;
 }
 
-std::optional<std::string> X11WindowSystem::missingForTrust() {
-    if (connection_.isLost()) return "The connection to the X server is lost.";
-    if (isNested_)
-        return "This is a Wayland session: through its X server the windows of other applications cannot be moved.";
-    if (!isWindowManagerAlive(queryDeadline()))
-        return "No window manager that follows the desktop's conventions (EWMH) is running.";
+std::optional<TrustProblem> X11WindowSystem::missingForTrust(Deadline deadline) {
+    if (connection_.isLost()) return TrustProblem{AXError::cannotComplete, "The connection to the X server is lost."};
+    if (isNested_) {
+        return TrustProblem{AXError::apiDisabled,
+                            "This is a Wayland session: through its X server the windows of other applications cannot "
+                            "be moved."};
+    }
+    if (!isWindowManagerAlive(deadline)) {
+        return TrustProblem{AXError::apiDisabled,
+                            "No window manager that follows the desktop's conventions (EWMH) is running."};
+    }
     return std::nullopt;
 }
 
-xcb_window_t X11WindowSystem::activeWindow(Deadline deadline) const {
-    const auto active = rootItems(X11AtomName::netActiveWindow, XCB_ATOM_WINDOW, deadline);
-    return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
+std::expected<xcb_window_t, X11Failure> X11WindowSystem::activeWindow(Deadline deadline) const {
+    const auto active = rootItem(X11AtomName::netActiveWindow, XCB_ATOM_WINDOW, deadline);
+    if (!active) return std::unexpected(active.error());
+    const xcb_window_t window = active->value_or(XCB_WINDOW_NONE);
+    return window == connection_.root() ? xcb_window_t{XCB_WINDOW_NONE} : window;
 }
 
 /// The active window, or the one that was active before a panel or a menu took its place.
 std::optional<WindowID> X11WindowSystem::effectiveActiveWindow(Deadline deadline) {
-    const xcb_window_t active = activeWindow(deadline);
-    if (active != XCB_WINDOW_NONE && active != connection_.root()) {
+    const xcb_window_t active = activeWindow(deadline).value_or(XCB_WINDOW_NONE);
+    if (active != XCB_WINDOW_NONE) {
         const auto facts = readWindowFacts(connection_, atoms_, active, deadline);
         if (facts && facts->isOrdinary()) {
             registry_.noteActive(active);
             return registry_.identify(active);
         }
     }
-    const auto listed = rootItems(X11AtomName::netClientList, XCB_ATOM_WINDOW, deadline);
+    const auto listed = rootWindows(X11AtomName::netClientList, deadline);
+    if (!listed) return std::nullopt;
     for (const WindowID window : registry_.byActivity()) {
-        if (std::ranges::count(listed, window.number) == 0) continue;
+        if (std::ranges::count(*listed, window.number) == 0) continue;
         const auto facts = readWindowFacts(connection_, atoms_, window.number, deadline);
         if (facts && facts->isOrdinary() && facts->viewable && isOnCurrentDesktop(window.number, deadline))
             return window;
@@ -167,9 +192,8 @@ bool X11WindowSystem::isOnCurrentDesktop(xcb_window_t window, Deadline deadline)
     const auto desktop = decodeFirstItem(
         readPropertyNow(connection_, window, atoms_[X11AtomName::netWMDesktop], x11_property_limit::numbers, deadline),
         XCB_ATOM_CARDINAL);
-    if (!desktop || *desktop == allDesktops) return true;
-    const auto current = rootItems(X11AtomName::netCurrentDesktop, XCB_ATOM_CARDINAL, deadline);
-    return current.empty() || current.front() == *desktop;
+    const auto current = rootItem(X11AtomName::netCurrentDesktop, XCB_ATOM_CARDINAL, deadline);
+    return isOnDesktop(desktop, current.value_or(std::nullopt));
 }
 
 std::optional<RunningApplication> X11WindowSystem::frontmostApplication() {
@@ -180,61 +204,58 @@ std::optional<RunningApplication> X11WindowSystem::frontmostApplication() {
     return application ? std::optional(*application) : std::nullopt;
 }
 
-bool X11WindowSystem::hasApplication(std::int32_t pid) {
+bool X11WindowSystem::hasApplication(std::int32_t pid, Deadline /*deadline*/) {
     if (pid < 0) return registry_.hasApplication(pid);
     processWatcher_.watch(pid);
     return processWatcher_.isRunning(pid);
 }
 
-std::vector<WindowID> X11WindowSystem::windowsFrontToBack(std::int32_t pid, Deadline deadline) {
-    auto listed = rootItems(X11AtomName::netClientListStacking, XCB_ATOM_WINDOW, deadline);
-    if (listed.empty()) listed = rootItems(X11AtomName::netClientList, XCB_ATOM_WINDOW, deadline);
+std::expected<std::vector<WindowID>, AXError> X11WindowSystem::windows(std::int32_t pid, Deadline deadline) {
+    auto listed = rootWindows(X11AtomName::netClientListStacking, deadline);
+    if (listed && listed->empty()) listed = rootWindows(X11AtomName::netClientList, deadline);
+    if (!listed) return std::unexpected(asAXError(listed.error()));
     std::vector<WindowID> windows;
-    for (const xcb_window_t number : std::views::reverse(listed)) {
+    for (const xcb_window_t number : std::views::reverse(*listed)) {
         const WindowID window = registry_.identify(number);
         const auto application = applications_.applicationOf(window, deadline);
         if (!application || application->pid != pid || !isOnCurrentDesktop(number, deadline)) continue;
         const auto facts = readWindowFacts(connection_, atoms_, number, deadline);
         if (facts && !facts->overrideRedirect) windows.push_back(window);
     }
-    return windows;
-}
-
-std::expected<std::vector<WindowID>, AXError> X11WindowSystem::windows(std::int32_t pid) {
-    const Deadline deadline = queryDeadline();
-    auto windows = windowsFrontToBack(pid, deadline);
     if (std::chrono::steady_clock::now() >= deadline || connection_.isLost())
         return std::unexpected(AXError::cannotComplete);
     return windows;
 }
 
-std::expected<WindowID, AXError> X11WindowSystem::focusedWindow(std::int32_t pid) {
-    const Deadline deadline = queryDeadline();
-    const xcb_window_t active = activeWindow(deadline);
-    if (active == XCB_WINDOW_NONE || active == connection_.root()) return std::unexpected(AXError::noValue);
-    const WindowID window = registry_.identify(active);
+std::expected<WindowID, AXError> X11WindowSystem::focusedWindow(std::int32_t pid, Deadline deadline) {
+    const auto active = activeWindow(deadline);
+    if (!active) return std::unexpected(asAXError(active.error()));
+    if (*active == XCB_WINDOW_NONE) return std::unexpected(AXError::noValue);
+    const WindowID window = registry_.identify(*active);
     const auto application = applications_.applicationOf(window, deadline);
+    if (!application && application.error() != X11Failure::error)
+        return std::unexpected(asAXError(application.error()));
     if (!application || application->pid != pid) return std::unexpected(AXError::noValue);
     return window;
 }
 
-std::expected<WindowID, AXError> X11WindowSystem::mainWindow(std::int32_t pid) {
-    const Deadline deadline = queryDeadline();
-    const auto windows = windowsFrontToBack(pid, deadline);
-    if (windows.empty()) return std::unexpected(AXError::noValue);
+std::expected<WindowID, AXError> X11WindowSystem::mainWindow(std::int32_t pid, Deadline deadline) {
+    const auto windows = this->windows(pid, deadline);
+    if (!windows) return std::unexpected(windows.error());
+    if (windows->empty()) return std::unexpected(AXError::noValue);
     std::optional<WindowID> mostRecent;
-    for (const WindowID window : windows) {
+    for (const WindowID window : *windows) {
         if (registry_.lastActive(window) <= (mostRecent ? registry_.lastActive(*mostRecent) : 0)) continue;
         const auto facts = readWindowFacts(connection_, atoms_, window.number, deadline);
         if (facts && facts->type == X11WindowType::normal) mostRecent = window;
     }
-    return mostRecent.value_or(windows.front());
+    return mostRecent.value_or(windows->front());
 }
 
-std::expected<X11WindowFacts, AXError> X11WindowSystem::factsOf(WindowID window, Deadline deadline) {
+std::expected<X11WindowFacts, AXError> X11WindowSystem::factsOf(WindowID window, Reading reading, Deadline deadline) {
     if (connection_.isLost()) return std::unexpected(AXError::cannotComplete);
     if (!registry_.isCurrent(window)) return std::unexpected(AXError::invalidElement);
-    auto facts = writer_.facts(window.number, deadline);
+    auto facts = writer_.facts(window.number, reading, deadline);
     // The window may have gone meanwhile and its number belong to another one already.
     if (!registry_.isCurrent(window)) return std::unexpected(AXError::invalidElement);
     return facts;
@@ -245,8 +266,9 @@ Rect X11WindowSystem::inAccessibilitySpace(const Rect& root, Deadline deadline) 
     return {root.x - origin.x, root.y - origin.y, root.width, root.height};
 }
 
-std::expected<WindowAttributes, AXError> X11WindowSystem::attributes(WindowID window, Deadline deadline) {
-    const auto facts = factsOf(window, deadline);
+std::expected<WindowAttributes, AXError> X11WindowSystem::attributes(WindowID window, Reading reading,
+                                                                     Deadline deadline) {
+    const auto facts = factsOf(window, reading, deadline);
     if (!facts) return std::unexpected(facts.error());
     const bool isPlaceable = !facts->fullScreen && !facts->overrideRedirect;
     return WindowAttributes{.role = roleOf(*facts),
@@ -259,7 +281,8 @@ std::expected<WindowAttributes, AXError> X11WindowSystem::attributes(WindowID wi
 }
 
 std::expected<void, AXError> X11WindowSystem::checkMovable(WindowID window, Deadline deadline) {
-    const auto attributes = this->attributes(window, deadline);
+    if (isNested_) return std::unexpected(AXError::apiDisabled);
+    const auto attributes = this->attributes(window, Reading::atOnce, deadline);
     if (!attributes) return std::unexpected(attributes.error());
     if (!attributes->positionSettable) return std::unexpected(AXError::attributeUnsupported);
     if (writer_.isWaitingForWindowManager() || !isWindowManagerAlive(deadline))
@@ -268,6 +291,7 @@ std::expected<void, AXError> X11WindowSystem::checkMovable(WindowID window, Dead
 }
 
 std::expected<Rect, AXError> X11WindowSystem::setFrame(WindowID window, const Rect& frame, Deadline deadline) {
+    if (isNested_) return std::unexpected(AXError::apiDisabled);
     if (!registry_.isCurrent(window)) return std::unexpected(AXError::invalidElement);
     if (!isWindowManagerAlive(deadline)) return std::unexpected(AXError::cannotComplete);
     const Point origin = monitors_.origin(deadline);
@@ -289,16 +313,27 @@ void X11WindowSystem::handle(const xcb_generic_event_t& event) {
 }
 
 void X11WindowSystem::handleRootProperty(xcb_atom_t property) {
-    if (property == atoms_[X11AtomName::netActiveWindow]) registry_.noteActive(activeWindow(queryDeadline()));
     if (property == atoms_[X11AtomName::netSupportingWMCheck]) writer_.windowManagerChanged();
-    if (property == atoms_[X11AtomName::netClientList]) getToKnowWindows();
+    const bool concernsWindows =
+        property == atoms_[X11AtomName::netActiveWindow] || property == atoms_[X11AtomName::netClientList];
+    // Changes come in bursts, and a burst is looked at once.
+    if (!concernsWindows || std::exchange(looksAtWindows_, true)) return;
+    windowsLook_ = runLoop_.after(Duration::zero(), [this] { lookAtWindows(); });
+}
+
+void X11WindowSystem::lookAtWindows() {
+    looksAtWindows_ = false;
+    const Deadline deadline = queryDeadline();
+    registry_.noteActive(activeWindow(deadline).value_or(XCB_WINDOW_NONE));
+    getToKnowWindows(deadline);
 }
 
 /// Every window and its application are known from the beginning: a later window with the same number is told from it,
 /// the end of any application is noticed, and a press finds the answers ready.
-void X11WindowSystem::getToKnowWindows() {
-    const Deadline deadline = queryDeadline();
-    for (const xcb_window_t window : rootItems(X11AtomName::netClientList, XCB_ATOM_WINDOW, deadline)) {
+void X11WindowSystem::getToKnowWindows(Deadline deadline) {
+    const auto listed = rootWindows(X11AtomName::netClientList, deadline);
+    if (!listed) return;
+    for (const xcb_window_t window : *listed) {
         [[maybe_unused]] const auto application = applications_.applicationOf(registry_.identify(window), deadline);
     }
 }

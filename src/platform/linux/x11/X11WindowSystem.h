@@ -29,13 +29,14 @@ public:
         X11Connection& connection, QtRunLoop& runLoop, std::optional<std::string> ownIdentifier);
     ~X11WindowSystem() override;
 
-    [[nodiscard]] std::optional<std::string> missingForTrust() override;
+    [[nodiscard]] std::optional<TrustProblem> missingForTrust(Deadline deadline) override;
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override;
-    [[nodiscard]] bool hasApplication(std::int32_t pid) override;
-    [[nodiscard]] std::expected<std::vector<WindowID>, AXError> windows(std::int32_t pid) override;
-    [[nodiscard]] std::expected<WindowID, AXError> focusedWindow(std::int32_t pid) override;
-    [[nodiscard]] std::expected<WindowID, AXError> mainWindow(std::int32_t pid) override;
-    [[nodiscard]] std::expected<WindowAttributes, AXError> attributes(WindowID window, Deadline deadline) override;
+    [[nodiscard]] bool hasApplication(std::int32_t pid, Deadline deadline) override;
+    [[nodiscard]] std::expected<std::vector<WindowID>, AXError> windows(std::int32_t pid, Deadline deadline) override;
+    [[nodiscard]] std::expected<WindowID, AXError> focusedWindow(std::int32_t pid, Deadline deadline) override;
+    [[nodiscard]] std::expected<WindowID, AXError> mainWindow(std::int32_t pid, Deadline deadline) override;
+    [[nodiscard]] std::expected<WindowAttributes, AXError> attributes(WindowID window, Reading reading,
+                                                                      Deadline deadline) override;
     [[nodiscard]] std::expected<void, AXError> checkMovable(WindowID window, Deadline deadline) override;
     [[nodiscard]] std::expected<Rect, AXError> setFrame(WindowID window, const Rect& frame, Deadline deadline) override;
     [[nodiscard]] std::vector<DisplayDescription> displays() override;
@@ -45,19 +46,22 @@ private:
     X11WindowSystem(X11Connection& connection, QtRunLoop& runLoop, const X11Atoms& atoms,
                     std::optional<std::string> ownIdentifier);
 
-    [[nodiscard]] std::vector<std::uint32_t> rootItems(X11AtomName property, std::uint32_t type,
-                                                       Deadline deadline) const;
+    [[nodiscard]] std::expected<std::optional<std::uint32_t>, X11Failure> rootItem(X11AtomName property,
+                                                                                   std::uint32_t type,
+                                                                                   Deadline deadline) const;
+    [[nodiscard]] std::expected<std::vector<std::uint32_t>, X11Failure> rootWindows(X11AtomName property,
+                                                                                    Deadline deadline) const;
     [[nodiscard]] bool isWindowManagerAlive(Deadline deadline);
     void noteWindowManager(const xcb_generic_event_t& event);
-    [[nodiscard]] xcb_window_t activeWindow(Deadline deadline) const;
+    [[nodiscard]] std::expected<xcb_window_t, X11Failure> activeWindow(Deadline deadline) const;
     [[nodiscard]] std::optional<WindowID> effectiveActiveWindow(Deadline deadline);
     [[nodiscard]] bool isOnCurrentDesktop(xcb_window_t window, Deadline deadline) const;
-    [[nodiscard]] std::vector<WindowID> windowsFrontToBack(std::int32_t pid, Deadline deadline);
-    [[nodiscard]] std::expected<X11WindowFacts, AXError> factsOf(WindowID window, Deadline deadline);
+    [[nodiscard]] std::expected<X11WindowFacts, AXError> factsOf(WindowID window, Reading reading, Deadline deadline);
     [[nodiscard]] Rect inAccessibilitySpace(const Rect& root, Deadline deadline);
     void handle(const xcb_generic_event_t& event);
     void handleRootProperty(xcb_atom_t property);
-    void getToKnowWindows();
+    void lookAtWindows();
+    void getToKnowWindows(Deadline deadline);
     void checkDisplaysSoon();
     void checkDisplays();
 
@@ -74,6 +78,8 @@ private:
     Observer observer_;
     std::vector<DisplayDescription> toldDisplays_;
     RunLoop::Timer displaysCheck_;
+    RunLoop::Timer windowsLook_;
+    bool looksAtWindows_ = false;
     Subscription listener_;
     Subscription handler_;
 };

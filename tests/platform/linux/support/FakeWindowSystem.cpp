@@ -37,11 +37,18 @@ void FakeWindowSystem::close(WindowID window) {
     if (focused == window) focused.reset();
 }
 
-bool FakeWindowSystem::hasApplication(std::int32_t pid) {
+std::optional<TrustProblem> FakeWindowSystem::missingForTrust(Deadline deadline) {
+    deadlines_.push_back(deadline);
+    return missing;
+}
+
+bool FakeWindowSystem::hasApplication(std::int32_t pid, Deadline deadline) {
+    deadlines_.push_back(deadline);
     return std::ranges::any_of(windows_, [pid](const auto& entry) { return entry.second.pid == pid; });
 }
 
-std::expected<std::vector<WindowID>, AXError> FakeWindowSystem::windows(std::int32_t pid) {
+std::expected<std::vector<WindowID>, AXError> FakeWindowSystem::windows(std::int32_t pid, Deadline deadline) {
+    deadlines_.push_back(deadline);
     std::vector<WindowID> found;
     for (const std::uint32_t number : frontToBack_) {
         const Window& window = windows_.at(number);
@@ -50,18 +57,20 @@ std::expected<std::vector<WindowID>, AXError> FakeWindowSystem::windows(std::int
     return found;
 }
 
-std::expected<WindowID, AXError> FakeWindowSystem::focusedWindow(std::int32_t pid) {
+std::expected<WindowID, AXError> FakeWindowSystem::focusedWindow(std::int32_t pid, Deadline deadline) {
+    deadlines_.push_back(deadline);
     if (!focused || window(*focused).pid != pid) return std::unexpected(AXError::noValue);
     return *focused;
 }
 
-std::expected<WindowID, AXError> FakeWindowSystem::mainWindow(std::int32_t pid) {
-    const auto found = windows(pid);
+std::expected<WindowID, AXError> FakeWindowSystem::mainWindow(std::int32_t pid, Deadline deadline) {
+    const auto found = windows(pid, deadline);
     if (found->empty()) return std::unexpected(AXError::noValue);
     return found->front();
 }
 
-std::expected<WindowAttributes, AXError> FakeWindowSystem::attributes(WindowID window, Deadline deadline) {
+std::expected<WindowAttributes, AXError> FakeWindowSystem::attributes(WindowID window, Reading /*reading*/,
+                                                                      Deadline deadline) {
     deadlines_.push_back(deadline);
     const auto found = living(window);
     if (!found) return std::unexpected(found.error());

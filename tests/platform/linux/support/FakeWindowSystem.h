@@ -53,20 +53,21 @@ public:
     void clearDeadlines() { deadlines_.clear(); }
     [[nodiscard]] Observer& observer() { return observer_; }
 
-    std::optional<std::string> missing;
+    std::optional<TrustProblem> missing;
     std::optional<RunningApplication> frontmost;
     std::optional<WindowID> focused;
     std::vector<DisplayDescription> displayList;
     /// Called while a window is placed, if there is one.
     std::function<void()> whilePlacing;
 
-    [[nodiscard]] std::optional<std::string> missingForTrust() override { return missing; }
+    [[nodiscard]] std::optional<TrustProblem> missingForTrust(Deadline deadline) override;
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override { return frontmost; }
-    [[nodiscard]] bool hasApplication(std::int32_t pid) override;
-    [[nodiscard]] std::expected<std::vector<WindowID>, AXError> windows(std::int32_t pid) override;
-    [[nodiscard]] std::expected<WindowID, AXError> focusedWindow(std::int32_t pid) override;
-    [[nodiscard]] std::expected<WindowID, AXError> mainWindow(std::int32_t pid) override;
-    [[nodiscard]] std::expected<WindowAttributes, AXError> attributes(WindowID window, Deadline deadline) override;
+    [[nodiscard]] bool hasApplication(std::int32_t pid, Deadline deadline) override;
+    [[nodiscard]] std::expected<std::vector<WindowID>, AXError> windows(std::int32_t pid, Deadline deadline) override;
+    [[nodiscard]] std::expected<WindowID, AXError> focusedWindow(std::int32_t pid, Deadline deadline) override;
+    [[nodiscard]] std::expected<WindowID, AXError> mainWindow(std::int32_t pid, Deadline deadline) override;
+    [[nodiscard]] std::expected<WindowAttributes, AXError> attributes(WindowID window, Reading reading,
+                                                                      Deadline deadline) override;
     [[nodiscard]] std::expected<void, AXError> checkMovable(WindowID window, Deadline deadline) override;
     [[nodiscard]] std::expected<Rect, AXError> setFrame(WindowID window, const Rect& frame, Deadline deadline) override;
     [[nodiscard]] std::vector<DisplayDescription> displays() override { return displayList; }

@@ -77,15 +77,53 @@ struct WindowTypeRow {
     friend void PrintTo(const WindowTypeRow& row, std::ostream* out) { *out << row.name; }
 };
 
-/// Which type an atom stands for is known only to a server; what is left of the rule is tried here.
-class X11UnknownWindowTypeTest : public testing::TestWithParam<WindowTypeRow> {};
-
-TEST_P(X11UnknownWindowTypeTest, IsWhatTheTableSays) {
-    EXPECT_EQ(decodeWindowType(GetParam().property, X11Atoms(), GetParam().isTransient), GetParam().type);
+/// Atoms as a server could have given them.
+xcb_atom_t atomOf(X11AtomName name) {
+    return 1000 + static_cast<xcb_atom_t>(name);
 }
 
+X11Atoms someAtoms() {
+    X11Atoms::Values values{};
+    for (std::size_t i = 0; i < values.size(); ++i) values[i] = atomOf(static_cast<X11AtomName>(i));
+    return X11Atoms(values);
+}
+
+X11PropertyValue typesProperty(const std::vector<X11AtomName>& names) {
+    std::vector<std::uint32_t> atoms;
+    for (const X11AtomName name : names) atoms.push_back(atomOf(name));
+    return itemsProperty(XCB_ATOM_ATOM, atoms);
+}
+
+class X11WindowTypeTest : public testing::TestWithParam<WindowTypeRow> {};
+
+TEST_P(X11WindowTypeTest, IsWhatTheTableSays) {
+    EXPECT_EQ(decodeWindowType(GetParam().property, someAtoms(), GetParam().isTransient), GetParam().type);
+}
+
+using enum X11AtomName;
+
 INSTANTIATE_TEST_SUITE_P(
-    Table, X11UnknownWindowTypeTest,
+    Known, X11WindowTypeTest,
+    testing::Values(
+        WindowTypeRow{"Normal", typesProperty({netWMWindowTypeNormal}), false, X11WindowType::normal},
+        WindowTypeRow{"NormalOfATransient", typesProperty({netWMWindowTypeNormal}), true, X11WindowType::normal},
+        WindowTypeRow{"Dialog", typesProperty({netWMWindowTypeDialog}), false, X11WindowType::dialog},
+        WindowTypeRow{"Utility", typesProperty({netWMWindowTypeUtility}), false, X11WindowType::utility},
+        WindowTypeRow{"Desktop", typesProperty({netWMWindowTypeDesktop}), false, X11WindowType::desktop},
+        WindowTypeRow{"Dock", typesProperty({netWMWindowTypeDock}), false, X11WindowType::dock},
+        WindowTypeRow{"Toolbar", typesProperty({netWMWindowTypeToolbar}), false, X11WindowType::toolbar},
+        WindowTypeRow{"Menu", typesProperty({netWMWindowTypeMenu}), false, X11WindowType::menu},
+        WindowTypeRow{"DropdownMenu", typesProperty({netWMWindowTypeDropdownMenu}), false, X11WindowType::menu},
+        WindowTypeRow{"PopupMenu", typesProperty({netWMWindowTypePopupMenu}), false, X11WindowType::menu},
+        WindowTypeRow{"Tooltip", typesProperty({netWMWindowTypeTooltip}), false, X11WindowType::notification},
+        WindowTypeRow{"Notification", typesProperty({netWMWindowTypeNotification}), false, X11WindowType::notification},
+        WindowTypeRow{"Splash", typesProperty({netWMWindowTypeSplash}), false, X11WindowType::splash},
+        WindowTypeRow{"TheFirstThatIsKnown", typesProperty({netWMState, netWMWindowTypeDock, netWMWindowTypeNormal}),
+                      false, X11WindowType::dock}),
+    [](const auto& each) { return each.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    Unknown, X11WindowTypeTest,
     testing::Values(
         WindowTypeRow{"NothingSaid", {}, false, X11WindowType::normal},
         WindowTypeRow{"NothingSaidByATransient", {}, true, X11WindowType::dialog},
