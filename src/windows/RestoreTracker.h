@@ -4,6 +4,7 @@
 #include "base/Rect.h"
 #include "base/ThreadChecker.h"
 
+#include <algorithm>
 #include <cassert>
 #include <chrono>
 #include <cstddef>
@@ -64,10 +65,7 @@ public:
     /// Whether any window of this application has an entry, expired or not.
     [[nodiscard]] bool hasEntry(std::int32_t pid) const {
         assert(thread_.isCurrent());
-        for (const auto& [identity, entry] : entries_) {
-            if (identity.pid == pid) return true;
-        }
-        return false;
+        return std::ranges::any_of(entries_, [pid](const auto& item) { return item.first.pid == pid; });
     }
 
     /// Drops every entry of this application.
@@ -79,7 +77,7 @@ public:
     /// Drops the entries that were not updated within the lifetime and, of the others, those whose window is not
     /// alive. `isAlive` (Key to bool) is not asked about expired entries.
     template <typename LivenessTest>
-    void prune(LivenessTest&& isAlive) {
+    void prune(const LivenessTest& isAlive) {
         assert(thread_.isCurrent());
         const Date cutoff = now_() - lifetime_;
         std::erase_if(entries_,

@@ -68,7 +68,7 @@ public:
 private:
     /// The window an action works on.
     struct Subject {
-        std::int32_t pid;
+        std::int32_t pid = 0;
         WindowKey window;
         Rect frame;  ///< where the window is
     };

@@ -120,7 +120,7 @@ private:
 
     /// What a terminal or launcher starts runs in that program's unit and is another application all the same.
     [[nodiscard]] bool isStartedBy(const DesktopEntry& entry) const {
-        const auto program = executableName(*process_);
+        const auto program = process_ ? executableName(*process_) : std::nullopt;
         return !program || isInterpreter(*program) || entry.executable == *program;
     }
 

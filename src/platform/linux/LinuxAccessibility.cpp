@@ -82,7 +82,7 @@ std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyAttributeValue(
     }
     const auto* window = WindowBody::identityOf(element);
     if (window == nullptr) return std::unexpected(AXError::invalidElement);
-    if (held_ && held_->window == *window) flushHeldPosition(deadline);
+    if (holds(*window)) flushHeldPosition(deadline);
     return copyFromWindow(*window, attribute, deadline);
 }
 
@@ -112,8 +112,9 @@ std::expected<AXAttributeValue, AXError> LinuxAccessibility::copyFromWindow(Wind
     if (attribute == ax_attribute::position) return AXBoxedValue{AXValueType::point, attributes->frame.origin()};
     if (attribute == ax_attribute::size) return AXBoxedValue{AXValueType::size, attributes->frame.size()};
     if (attribute != ax_attribute::subrole) return std::unexpected(AXError::attributeUnsupported);
-    if (!attributes->subrole) return std::unexpected(AXError::noValue);
-    return *attributes->subrole;
+    const auto& subrole = attributes->subrole;
+    if (!subrole) return std::unexpected(AXError::noValue);
+    return *subrole;
 }
 
 std::expected<bool, AXError> LinuxAccessibility::isAttributeSettable(const AXElement& element,
@@ -134,7 +135,7 @@ std::expected<void, AXError> LinuxAccessibility::setAttributeValue(const AXEleme
                                                                    const AXBoxedValue& value) {
     const auto* window = WindowBody::identityOf(element);
     if (window == nullptr) return std::unexpected(AXError::attributeUnsupported);
-    const bool completesHeldPosition = held_ && held_->window == *window && attribute == ax_attribute::size;
+    const bool completesHeldPosition = attribute == ax_attribute::size && holds(*window);
     const Deadline deadline = deadlineAfter(timeoutOf(element));
     if (!completesHeldPosition) flushHeldPosition(deadline);
     if (attribute == ax_attribute::position) return holdPosition(*window, value, timeoutOf(element), deadline);
@@ -164,6 +165,10 @@ std::expected<void, AXError> LinuxAccessibility::writeSize(WindowID window, cons
     const auto settled = windowSystem_.setFrame(window, {origin.x, origin.y, size->width, size->height}, deadline);
     if (!settled) return std::unexpected(settled.error());
     return {};
+}
+
+bool LinuxAccessibility::holds(WindowID window) const {
+    return held_.has_value() && held_->window == window;
 }
 
 void LinuxAccessibility::flushHeldPosition(Deadline deadline) {

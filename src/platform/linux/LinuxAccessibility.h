@@ -45,6 +45,7 @@ private:
     [[nodiscard]] std::expected<void, AXError> holdPosition(WindowID window, const AXBoxedValue& value, double timeout,
                                                             Deadline deadline);
     [[nodiscard]] std::expected<void, AXError> writeSize(WindowID window, const AXBoxedValue& value, Deadline deadline);
+    [[nodiscard]] bool holds(WindowID window) const;
     /// Sends the held position, if any, within the call that ends at `deadline`.
     void flushHeldPosition(Deadline deadline);
     void flushHeldPositionAtEndOfTurn();

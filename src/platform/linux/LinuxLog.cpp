@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <utility>
 
 #define SD_JOURNAL_SUPPRESS_LOCATION
-#include <limits.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <sys/uio.h>

@@ -15,7 +15,7 @@ constexpr double defaultMessagingTimeout = 0.75;
 using ApplicationBody = IdentityElementBody<std::int32_t>;
 using WindowBody = IdentityElementBody<SimulatedWindowID>;
 
-Duration seconds(double value) {
+Duration spanOf(double value) {
     return std::chrono::duration_cast<Duration>(std::chrono::duration<double>(value));
 }
 
@@ -64,8 +64,8 @@ AXElement SimulatedAccessibility::elementOf(SimulatedWindowID id) const {
     return WindowBody::makeElement(id);
 }
 
-void SimulatedAccessibility::setMessagingTimeout(const AXElement& element, double timeout) {
-    timeouts_.insert_or_assign(element, timeout);
+void SimulatedAccessibility::setMessagingTimeout(const AXElement& element, double seconds) {
+    timeouts_.insert_or_assign(element, seconds);
 }
 
 std::optional<double> SimulatedAccessibility::messagingTimeout(const AXElement& element) const {
@@ -78,7 +78,7 @@ std::optional<AXError> SimulatedAccessibility::waitForAnswer(const AXElement& el
     if (!desktop_.trusted) return AXError::apiDisabled;
     if (process == nullptr) return AXError::invalidElement;
     if (!process->frozen) return std::nullopt;
-    runLoop_.block(seconds(messagingTimeout(element).value_or(defaultMessagingTimeout)));
+    runLoop_.block(spanOf(messagingTimeout(element).value_or(defaultMessagingTimeout)));
     return AXError::cannotComplete;
 }
 
@@ -167,7 +167,7 @@ std::expected<void, AXError> SimulatedAccessibility::setAttributeValue(const AXE
     const SimulatedWindow& state = desktop_.window(id);
     const bool settable = writesPosition ? state.positionSettable : state.sizeSettable;
     if (!settable || state.fullScreen) return fail(AXError::attributeUnsupported);
-    runLoop_.block(seconds(state.writeSeconds));
+    runLoop_.block(spanOf(state.writeSeconds));
     if (writesPosition && state.positionWriteError) return fail(*state.positionWriteError);
     if (writesSize && state.sizeWriteError) return fail(*state.sizeWriteError);
     writesPosition ? holdPosition(id, *point) : applyFrame(id, *size);

@@ -1,6 +1,7 @@
 #include "platform/simulated/SimulatedHotKeyService.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velmorand {
 namespace {
@@ -12,7 +13,7 @@ constexpr std::uint32_t knownModifiers = 0x1B00;
 
 class SimulatedHotKeyEvent final : public HotKeyEvent {
 public:
-    explicit SimulatedHotKeyEvent(std::expected<HotKeyID, OSStatus> hotKeyID) : hotKeyID_(hotKeyID) {}
+    explicit SimulatedHotKeyEvent(std::expected<HotKeyID, OSStatus> hotKeyID) : hotKeyID_(std::move(hotKeyID)) {}
 
     [[nodiscard]] std::expected<HotKeyID, OSStatus> hotKeyID() const override { return hotKeyID_; }
 

@@ -55,8 +55,8 @@ private:
     void fire(std::multimap<Due, std::shared_ptr<TimerState>>::iterator due);
 
     std::thread::id mainThread_;
-    MonotonicTime now_{};
-    Date date_{};
+    MonotonicTime now_;
+    Date date_;
     std::deque<Task> posted_;
     std::shared_ptr<std::multimap<Due, std::shared_ptr<TimerState>>> timerMap_;
     std::multimap<Due, std::shared_ptr<TimerState>>& timers_;

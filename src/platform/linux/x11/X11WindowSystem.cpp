@@ -123,16 +123,17 @@ std::expected<std::vector<std::uint32_t>, X11Failure> X11WindowSystem::rootWindo
 bool X11WindowSystem::isWindowManagerAlive(Deadline deadline) {
     connection_.takeInEvents();
     if (windowManager_ != XCB_WINDOW_NONE) return true;
-    const auto checkWindow = rootItem(X11AtomName::netSupportingWMCheck, XCB_ATOM_WINDOW, deadline);
-    if (!checkWindow || !*checkWindow) return false;
-    windowManager_ = **checkWindow;  // from here on its end is listened for
+    const auto checkWindow =
+        rootItem(X11AtomName::netSupportingWMCheck, XCB_ATOM_WINDOW, deadline).value_or(std::nullopt);
+    if (!checkWindow) return false;
+    windowManager_ = *checkWindow;  // from here on its end is listened for
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_.raw(), windowManager_, XCB_CW_EVENT_MASK, &events);
     const auto itself =
-        decodeFirstItem(readPropertyNow(connection_, **checkWindow, atoms_[X11AtomName::netSupportingWMCheck],
+        decodeFirstItem(readPropertyNow(connection_, *checkWindow, atoms_[X11AtomName::netSupportingWMCheck],
                                         x11_property_limit::numbers, deadline),
                         XCB_ATOM_WINDOW);
-    if (itself != **checkWindow) windowManager_ = XCB_WINDOW_NONE;
+    if (itself != *checkWindow) windowManager_ = XCB_WINDOW_NONE;
     return windowManager_ != XCB_WINDOW_NONE;
 }
 
