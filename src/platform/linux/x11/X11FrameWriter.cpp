@@ -74,8 +74,8 @@ std::expected<Rect, AXError> X11FrameWriter::place(xcb_window_t window, const Re
         facts = readWindowFacts(connection_, atoms_, window, deadline);
         if (!facts) return std::unexpected(asAXError(facts.error()));
         const auto now = steady_clock::now();
-        if (mayDeclareShadow)
-            freshlyNormal_ = FreshlyNormal{window, visible, now + shadowMayComeLate, now + readWaitsForShadow};
+        freshlyNormal_ =
+            FreshlyNormal{window, visible, now + shadowMayComeLate, mayDeclareShadow ? now + readWaitsForShadow : now};
     }
 
     const Rect client = facts->geometry.clientFor(visible);
@@ -194,12 +194,16 @@ void X11FrameWriter::windowManagerChanged() {
 void X11FrameWriter::reassert(const xcb_generic_event_t& event) {
     if (!freshlyNormal_ || !isShadowDeclaration(event, *freshlyNormal_) || isWaitingForWindowManager()) return;
     const FreshlyNormal placed = *freshlyNormal_;
-    freshlyNormal_.reset();
     const auto now = steady_clock::now();
-    if (now > placed.until) return;
+    if (now > placed.until) {
+        freshlyNormal_.reset();
+        return;
+    }
+    // A declaration may also say what was known already; only one that matters uses the re-assertion up.
     const auto facts = readWindowFacts(connection_, atoms_, placed.window, now + readWaitsForShadow);
-    if (facts && facts->geometry.visible() != placed.visible && !facts->isMaximized() && !facts->fullScreen)
-        sendPlacement(placed.window, facts->geometry.clientFor(placed.visible));
+    if (!facts || facts->isMaximized() || facts->fullScreen || facts->geometry.visible() == placed.visible) return;
+    freshlyNormal_.reset();
+    sendPlacement(placed.window, facts->geometry.clientFor(placed.visible));
 }
 
 }  // namespace velmorand
