@@ -109,18 +109,27 @@ std::expected<void, HarnessError> TestDesktop::setMonitors(const std::vector<Mon
 
 std::expected<void, HarnessError> TestDesktop::startWindowManager(const WindowManagerOptions& options) {
     if (options.kind == WindowManagerKind::none) return {};
-    auto process = start(commandOf(options));
-    if (!process) return std::unexpected(process.error());
-    windowManager_ = std::move(*process);
+    // Now and then one hangs in its own start; that is no matter of the tests, so it gets a second chance.
+    for (const auto timeout : {patience / 3, patience}) {
+        windowManager_.reset();
+        auto process = start(commandOf(options));
+        if (!process) return std::unexpected(process.error());
+        windowManager_ = std::move(*process);
+        if (isWindowManagerReady(options, timeout)) return {};
+    }
+    return std::unexpected(failure(fmt::format("{} does not answer as it should", nameOf(options.kind))));
+}
 
+bool TestDesktop::isWindowManagerReady(const WindowManagerOptions& options, std::chrono::milliseconds timeout) {
     const bool needsCompositing = options.kind == WindowManagerKind::xfwm4 && options.isCompositing;
     // A compositing window manager says only after its start that clients may draw shadows.
-    const bool isReady = observer_.waitUntil([&] {
-        return observer_.windowManagerName().has_value() && observer_.isSupported("_NET_MOVERESIZE_WINDOW") &&
-               (!needsCompositing || (observer_.isComposited() && observer_.isSupported("_GTK_FRAME_EXTENTS")));
-    });
-    if (isReady && observer_.waitForWindowManager()) return {};
-    return std::unexpected(failure(fmt::format("{} does not answer as it should", nameOf(options.kind))));
+    const bool isAnnounced = observer_.waitUntil(
+        [&] {
+            return observer_.windowManagerName().has_value() && observer_.isSupported("_NET_MOVERESIZE_WINDOW") &&
+                   (!needsCompositing || (observer_.isComposited() && observer_.isSupported("_GTK_FRAME_EXTENTS")));
+        },
+        timeout);
+    return isAnnounced && observer_.waitForWindowManager(timeout);
 }
 
 void TestDesktop::stopWindowManager() {

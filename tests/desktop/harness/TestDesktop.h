@@ -94,6 +94,7 @@ private:
           environment_(std::move(environment)) {}
 
     [[nodiscard]] std::expected<void, HarnessError> startWindowManager(const WindowManagerOptions& options);
+    [[nodiscard]] bool isWindowManagerReady(const WindowManagerOptions& options, std::chrono::milliseconds timeout);
     [[nodiscard]] std::expected<void, HarnessError> startPanel(const PanelOptions& options);
     /// How many pixels of the primary display are reserved at that edge.
     [[nodiscard]] int reservedOnPrimary(PanelEdge edge);
