@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11FrameGeometry.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace velmorand {
@@ -24,6 +25,14 @@ X11Extents decodeExtents(const X11PropertyValue& property, std::uint32_t cardina
     const auto& sides = *items;
     return {static_cast<double>(sides[0]), static_cast<double>(sides[1]), static_cast<double>(sides[2]),
             static_cast<double>(sides[3])};
+}
+
+X11Extents extentsAround(const Rect& client, const Rect& outer) {
+    const X11Extents extents{client.minX() - outer.minX(), outer.maxX() - client.maxX(), client.minY() - outer.minY(),
+                             outer.maxY() - client.maxY()};
+    const std::array sides{extents.left, extents.right, extents.top, extents.bottom};
+    const bool plausible = std::ranges::all_of(sides, [](double side) { return side >= 0 && side <= largestExtent; });
+    return plausible ? extents : X11Extents{};
 }
 
 Rect X11FrameGeometry::visible() const {

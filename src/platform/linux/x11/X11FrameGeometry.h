@@ -21,6 +21,10 @@ struct X11Extents {
 /// right, top, bottom); zeros for anything else.
 [[nodiscard]] X11Extents decodeExtents(const X11PropertyValue& property, std::uint32_t cardinalType);
 
+/// How far `outer`, the window that a window manager put around a client, reaches beyond it; zeros when that is no
+/// plausible decoration.
+[[nodiscard]] X11Extents extentsAround(const Rect& client, const Rect& outer);
+
 /// How the rectangle of a client window becomes what the user sees of it. Decorations that the window manager adds
 /// lie outside the client, shadows that the client draws itself lie inside it.
 struct X11FrameGeometry {

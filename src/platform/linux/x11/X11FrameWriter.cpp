@@ -9,145 +9,141 @@ namespace {
 
 using std::chrono::steady_clock;
 
-/// Of the desktop's conventions (`_NET_MOVERESIZE_WINDOW`, `_NET_WM_STATE`).
-constexpr std::uint32_t staticGravity = 10;
-constexpr std::uint32_t allFourFields = 0xFU << 8U;
-constexpr std::uint32_t fromPager = 2;
-constexpr std::uint32_t removeState = 0;
-
 /// How long after un-maximising a change of the shadow still belongs to it, and how long a read waits for one.
 /// Clients were seen to declare it 2 to 28 ms after the change of state.
 constexpr std::chrono::milliseconds shadowMayComeLate{250};
 constexpr std::chrono::milliseconds readWaitsForShadow{60};
 
-/// The helper's widths tell barriers apart; they only have to differ from each other for a while.
-constexpr std::uint32_t helperWidths = 1000;
-
-std::uint32_t helperWidth(std::uint32_t barrier) {
-    return 1 + barrier % helperWidths;
-}
-
 /// Some window managers place a client that once had a border of its own (they take it off) lower and further right by
 /// that border, whose width no property tells. It is small, and the same on both axes.
 constexpr double largestClientBorder = 4;
+
+/// As in the size hints: the position is the client's own.
+constexpr std::uint32_t staticGravity = 10;
 
 bool isClientBorder(Point offset) {
     return offset.x == offset.y && offset.x > 0 && offset.x <= largestClientBorder;
 }
 
-std::uint32_t asWord(double value) {
-    return static_cast<std::uint32_t>(static_cast<std::int32_t>(value));
-}
-
 }  // namespace
 
-X11FrameWriter::X11FrameWriter(X11Connection& connection, const X11Atoms& atoms)
-    : connection_(connection), atoms_(atoms), helper_(xcb_generate_id(connection.raw())) {
-    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, helper_, connection.root(), -10, -10, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-    listener_ = connection.listen([this](const xcb_generic_event_t& event) { noteEvent(event); });
-    handler_ = connection.handle([this](const xcb_generic_event_t& event) { reassert(event); });
+bool isIgnored(const X11WindowFacts& before, const X11WindowFacts& after, const Rect& visible) {
+    if (after.geometry != before.geometry || after.isMaximized()) return false;
+    const Rect wanted = before.geometry.clientFor(visible);
+    const Rect& client = before.geometry.client;
+    const bool isThere = wanted.origin() == client.origin() && before.sizeHints.rounded(wanted.size()) == client.size();
+    return !isThere && before.sizeHints.allows(wanted.size());
 }
 
-X11FrameWriter::~X11FrameWriter() {
-    xcb_destroy_window(connection_.raw(), helper_);
-}
+X11FrameWriter::X11FrameWriter(X11Connection& connection, const X11Atoms& atoms, X11WindowManager& manager)
+    : connection_(connection),
+      atoms_(atoms),
+      manager_(manager),
+      barrier_(connection),
+      requests_(connection, atoms),
+      listener_(connection.listen([this](const xcb_generic_event_t& event) { noteEvent(event); })),
+      handler_(connection.handle([this](const xcb_generic_event_t& event) { reassert(event); })) {}
 
-bool X11FrameWriter::isWaitingForWindowManager() {
-    connection_.takeInEvents();
-    return barriersAnswered_ != barriersSent_;
+void X11FrameWriter::windowManagerChanged() {
+    barrier_.windowManagerChanged();
+    lastRefusal_.reset();
 }
 
 std::expected<Rect, AXError> X11FrameWriter::place(xcb_window_t window, const Rect& visible, Deadline deadline) {
     if (isWaitingForWindowManager()) return std::unexpected(AXError::cannotComplete);
-    auto facts = readWindowFacts(connection_, atoms_, window, deadline);
-    if (!facts) return std::unexpected(asAXError(facts.error()));
+    auto facts = read(window, deadline);
+    if (!facts) return std::unexpected(facts.error());
     if (facts->fullScreen) return std::unexpected(AXError::attributeUnsupported);
 
     if (freshlyNormal_ && freshlyNormal_->window == window) freshlyNormal_->visible = visible;
     const bool leavesState = facts->isMaximized() || facts->shaded;
     if (!leavesState && facts->geometry.visible() == visible) return visible;
-    if (leavesState) {
-        const bool mayDeclareShadow = facts->declaresShadow;
-        if (auto normal = putBackToNormal(window, *facts, deadline); !normal) return std::unexpected(normal.error());
-        facts = readWindowFacts(connection_, atoms_, window, deadline);
-        if (!facts) return std::unexpected(asAXError(facts.error()));
-        const auto now = steady_clock::now();
-        freshlyNormal_ =
-            FreshlyNormal{window, visible, now + shadowMayComeLate, mayDeclareShadow ? now + readWaitsForShadow : now};
-    }
+    if (leavesState) facts = putBackToNormal(window, *facts, visible, deadline);
+    if (!facts) return std::unexpected(facts.error());
 
-    const Rect client = facts->geometry.clientFor(visible);
-    const auto settled = placeClient(window, client, deadline);
-    if (!settled) return settled;
-    const Point offset{settled->x - visible.x, settled->y - visible.y};
-    if (!isClientBorder(offset)) return settled;
-    return placeClient(window, {client.x - offset.x, client.y - offset.y, client.width, client.height}, deadline);
-}
-
-std::expected<Rect, AXError> X11FrameWriter::placeClient(xcb_window_t window, const Rect& client, Deadline deadline) {
-    sendPlacement(window, client);
-    if (auto acted = waitForWindowManager(deadline); !acted) return std::unexpected(acted.error());
-    const auto settled = readWindowFacts(connection_, atoms_, window, deadline);
-    if (!settled) return std::unexpected(asAXError(settled.error()));
+    auto settled = placeOnce(window, *facts, visible, manager_.placementMethod(), deadline);
+    if (settled && isIgnored(*facts, *settled, visible)) settled = placeInOtherWays(window, *facts, visible, deadline);
+    if (!settled) return std::unexpected(settled.error());
     return settled->geometry.visible();
 }
 
-std::expected<X11WindowFacts, AXError> X11FrameWriter::facts(xcb_window_t window, Reading reading, Deadline deadline) {
+X11FrameWriter::FactsOrError X11FrameWriter::facts(xcb_window_t window, Reading reading, Deadline deadline) {
     if (reading == Reading::settled) waitForShadow(window, deadline);
-    const auto facts = readWindowFacts(connection_, atoms_, window, deadline);
+    return read(window, deadline);
+}
+
+X11FrameWriter::FactsOrError X11FrameWriter::read(xcb_window_t window, Deadline deadline) {
+    auto facts = readWindowFacts(connection_, atoms_, window, deadline);
     if (!facts) return std::unexpected(asAXError(facts.error()));
+    if (manager_.tellsFrameExtents()) return *facts;
+    const auto decorations = measureDecorations(connection_, window, facts->geometry.client, deadline);
+    if (!decorations) return std::unexpected(asAXError(decorations.error()));
+    facts->geometry.frame = *decorations;
+    facts->sizeHints.gravity = staticGravity;  // such window managers place the client itself, whatever the hints say
     return *facts;
 }
 
-std::expected<void, AXError> X11FrameWriter::putBackToNormal(xcb_window_t window, const X11WindowFacts& facts,
-                                                             Deadline deadline) {
-    if (facts.isMaximized()) {
-        sendStateRemoval(window, atoms_[X11AtomName::netWMStateMaximizedVertically],
-                         atoms_[X11AtomName::netWMStateMaximizedHorizontally]);
+X11FrameWriter::FactsOrError X11FrameWriter::putBackToNormal(xcb_window_t window, const X11WindowFacts& facts,
+                                                             const Rect& visible, Deadline deadline) {
+    if (facts.isMaximized()) requests_.unmaximize(window);
+    if (facts.shaded) requests_.unshade(window);
+    if (auto acted = barrier_.wait(deadline); !acted) return std::unexpected(acted.error());
+    const auto now = steady_clock::now();
+    freshlyNormal_ =
+        FreshlyNormal{window, visible, now + shadowMayComeLate, facts.declaresShadow ? now + readWaitsForShadow : now};
+    return read(window, deadline);
+}
+
+X11FrameWriter::FactsOrError X11FrameWriter::placeOnce(xcb_window_t window, const X11WindowFacts& facts,
+                                                       const Rect& visible, X11PlacementMethod method,
+                                                       Deadline deadline) {
+    const Rect client = facts.geometry.clientFor(visible);
+    const auto settled = request(window, facts, client, method, deadline);
+    if (!settled) return settled;
+    const Rect seen = settled->geometry.visible();
+    const Point offset{seen.x - visible.x, seen.y - visible.y};
+    if (!isClientBorder(offset)) return settled;
+    return request(window, facts, {client.x - offset.x, client.y - offset.y, client.width, client.height}, method,
+                   deadline);
+}
+
+X11FrameWriter::FactsOrError X11FrameWriter::request(xcb_window_t window, const X11WindowFacts& facts,
+                                                     const Rect& client, X11PlacementMethod method, Deadline deadline) {
+    requests_.place(window, facts, client, method);
+    if (auto acted = barrier_.wait(deadline); !acted) return std::unexpected(acted.error());
+    return read(window, deadline);
+}
+
+/// A window in a tile that no property tells of leaves it by being maximised and put back; a window manager that does
+/// not act on one kind of request may act on the other. A tiling window manager does neither: the window stays.
+X11FrameWriter::FactsOrError X11FrameWriter::placeInOtherWays(xcb_window_t window, const X11WindowFacts& facts,
+                                                              const Rect& visible, Deadline deadline) {
+    const Refusal refusal{window, facts.geometry.visible(), visible};
+    if (lastRefusal_ == refusal) return facts;  // nothing has changed since
+    const X11PlacementMethod method = manager_.placementMethod();
+
+    FactsOrError settled = facts;
+    if (method == X11PlacementMethod::moveResizeMessage && manager_.maximizesWindows()) {
+        settled = placeAfterMaximizing(window, facts, visible, deadline);
+        if (!settled || settled->geometry != facts.geometry) return settled;
     }
-    if (facts.shaded) sendStateRemoval(window, atoms_[X11AtomName::netWMStateShaded], XCB_ATOM_NONE);
-    return waitForWindowManager(deadline);
+    settled = placeOnce(window, facts, visible, otherThan(method), deadline);
+    if (!settled) return settled;
+    if (isIgnored(facts, *settled, visible)) {
+        lastRefusal_ = refusal;
+    } else {
+        manager_.setPlacementMethod(otherThan(method));
+    }
+    return settled;
 }
 
-/// Twice, because some window managers apply a geometry only at the end of the turn in which they read it.
-std::expected<void, AXError> X11FrameWriter::waitForWindowManager(Deadline deadline) {
-    if (auto first = barrier(deadline); !first) return first;
-    return barrier(deadline);
-}
-
-/// The window manager gets this request for a window it does not manage behind ours, and lets it pass: when the
-/// helper has its new width, what was sent before has been read.
-std::expected<void, AXError> X11FrameWriter::barrier(Deadline deadline) {
-    const std::uint32_t width = helperWidth(++barriersSent_);
-    xcb_configure_window(connection_.raw(), helper_, XCB_CONFIG_WINDOW_WIDTH, &width);
-    const auto answered = connection_.waitForEvent(
-        [this](const xcb_generic_event_t&) { return barriersAnswered_ == barriersSent_; }, deadline);
-    if (!answered) return std::unexpected(AXError::cannotComplete);
-    return {};
-}
-
-void X11FrameWriter::sendPlacement(xcb_window_t window, const Rect& client) {
-    sendToRoot(window, atoms_[X11AtomName::netMoveResizeWindow],
-               {.data32 = {staticGravity | allFourFields | fromPager << 12U, asWord(client.x), asWord(client.y),
-                           asWord(client.width), asWord(client.height)}});
-}
-
-void X11FrameWriter::sendStateRemoval(xcb_window_t window, xcb_atom_t first, xcb_atom_t second) {
-    sendToRoot(window, atoms_[X11AtomName::netWMState], {.data32 = {removeState, first, second, fromPager, 0}});
-}
-
-void X11FrameWriter::sendToRoot(xcb_window_t window, xcb_atom_t message, const xcb_client_message_data_t& data) {
-    const xcb_client_message_event_t event{.response_type = XCB_CLIENT_MESSAGE,
-                                           .format = 32,
-                                           .sequence = 0,
-                                           .window = window,
-                                           .type = message,
-                                           .data = data};
-    xcb_send_event(connection_.raw(), 0, connection_.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&event));
+X11FrameWriter::FactsOrError X11FrameWriter::placeAfterMaximizing(xcb_window_t window, const X11WindowFacts& facts,
+                                                                  const Rect& visible, Deadline deadline) {
+    requests_.maximize(window);
+    requests_.unmaximize(window);
+    const auto normal = putBackToNormal(window, facts, visible, deadline);
+    if (!normal) return normal;
+    return placeOnce(window, *normal, visible, manager_.placementMethod(), deadline);
 }
 
 void X11FrameWriter::waitForShadow(xcb_window_t window, Deadline deadline) {
@@ -167,27 +163,12 @@ bool X11FrameWriter::isShadowDeclaration(const xcb_generic_event_t& event, const
 }
 
 void X11FrameWriter::noteEvent(const xcb_generic_event_t& event) {
-    if (eventType(event) == XCB_DESTROY_NOTIFY && !isSentEvent(event) && freshlyNormal_ &&
-        reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == freshlyNormal_->window)
-        freshlyNormal_.reset();
-    if (eventType(event) == XCB_CONFIGURE_NOTIFY && !isSentEvent(event)) {
-        const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-        if (change.window == helper_) noteBarrierAnswer(change.width);
+    if (eventType(event) == XCB_DESTROY_NOTIFY && !isSentEvent(event)) {
+        const xcb_window_t gone = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
+        if (freshlyNormal_ && freshlyNormal_->window == gone) freshlyNormal_.reset();
+        if (lastRefusal_ && lastRefusal_->window == gone) lastRefusal_.reset();
     }
     if (freshlyNormal_ && isShadowDeclaration(event, *freshlyNormal_)) freshlyNormal_->shadowDeclared = true;
-}
-
-/// Answers come in order, so one answers every barrier before it too.
-void X11FrameWriter::noteBarrierAnswer(std::uint32_t width) {
-    for (std::uint32_t barrier = barriersAnswered_ + 1; barrier <= barriersSent_; ++barrier) {
-        if (helperWidth(barrier) != width) continue;
-        barriersAnswered_ = barrier;
-        return;
-    }
-}
-
-void X11FrameWriter::windowManagerChanged() {
-    barriersAnswered_ = barriersSent_;
 }
 
 /// The frame was placed with the shadow known then; it is placed once more with the one declared since.
@@ -200,10 +181,10 @@ void X11FrameWriter::reassert(const xcb_generic_event_t& event) {
         return;
     }
     // A declaration may also say what was known already; only one that matters uses the re-assertion up.
-    const auto facts = readWindowFacts(connection_, atoms_, placed.window, now + readWaitsForShadow);
+    const auto facts = read(placed.window, now + readWaitsForShadow);
     if (!facts || facts->isMaximized() || facts->fullScreen || facts->geometry.visible() == placed.visible) return;
     freshlyNormal_.reset();
-    sendPlacement(placed.window, facts->geometry.clientFor(placed.visible));
+    requests_.place(placed.window, *facts, facts->geometry.clientFor(placed.visible), manager_.placementMethod());
 }
 
 }  // namespace velmorand

@@ -3,10 +3,12 @@
 #include "base/Rect.h"
 #include "base/Subscription.h"
 #include "platform/linux/x11/X11Atoms.h"
+#include "platform/linux/x11/X11Barrier.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11WindowFacts.h"
+#include "platform/linux/x11/X11WindowManager.h"
+#include "platform/linux/x11/X11WindowRequests.h"
 
-#include <cstdint>
 #include <expected>
 #include <optional>
 
@@ -16,22 +18,23 @@ namespace velmorand {
 /// mean what the user sees of a window.
 class X11FrameWriter {
 public:
-    X11FrameWriter(X11Connection& connection, const X11Atoms& atoms);
-    ~X11FrameWriter();
+    /// All must outlive it.
+    X11FrameWriter(X11Connection& connection, const X11Atoms& atoms, X11WindowManager& manager);
 
     X11FrameWriter(const X11FrameWriter&) = delete;
     X11FrameWriter& operator=(const X11FrameWriter&) = delete;
+    ~X11FrameWriter() = default;
 
     /// Whether the window manager still owes the answer to an earlier write: it is frozen, and what was written
     /// lands when it goes on. Nothing more is sent to it meanwhile.
-    [[nodiscard]] bool isWaitingForWindowManager();
+    [[nodiscard]] bool isWaitingForWindowManager() { return barrier_.isOwed(); }
 
     /// Another window manager runs now, which owes nothing.
     void windowManagerChanged();
 
     /// Puts the window back to normal state where needed, places it with one request and waits until the window
-    /// manager has acted. Answers the frame the window then has. A window in normal state that is there already is
-    /// left alone.
+    /// manager has acted; what ignores the request is asked in other ways. Answers the frame the window then has. A
+    /// window in normal state that is there already is left alone.
     [[nodiscard]] std::expected<Rect, AXError> place(xcb_window_t window, const Rect& visible, Deadline deadline);
 
     /// Reads the window; right after it was put back to normal, the client may be about to declare its shadow
@@ -39,6 +42,8 @@ public:
     [[nodiscard]] std::expected<X11WindowFacts, AXError> facts(xcb_window_t window, Reading reading, Deadline deadline);
 
 private:
+    using FactsOrError = std::expected<X11WindowFacts, AXError>;
+
     /// A window that was put back to normal and placed a moment ago. Its client declares its shadow again some
     /// milliseconds later, by which the placed frame is then off.
     struct FreshlyNormal {
@@ -49,28 +54,44 @@ private:
         bool shadowDeclared = false;
     };
 
-    [[nodiscard]] std::expected<void, AXError> putBackToNormal(xcb_window_t window, const X11WindowFacts& facts,
-                                                               Deadline deadline);
-    [[nodiscard]] std::expected<void, AXError> waitForWindowManager(Deadline deadline);
-    [[nodiscard]] std::expected<void, AXError> barrier(Deadline deadline);
-    [[nodiscard]] std::expected<Rect, AXError> placeClient(xcb_window_t window, const Rect& client, Deadline deadline);
-    void sendPlacement(xcb_window_t window, const Rect& client);
-    void sendStateRemoval(xcb_window_t window, xcb_atom_t first, xcb_atom_t second);
-    void sendToRoot(xcb_window_t window, xcb_atom_t message, const xcb_client_message_data_t& data);
+    /// A window that stayed where it was in every way of asking.
+    struct Refusal {
+        xcb_window_t window;
+        Rect visible;
+        Rect wanted;
+
+        bool operator==(const Refusal&) const = default;
+    };
+
+    [[nodiscard]] FactsOrError read(xcb_window_t window, Deadline deadline);
+    [[nodiscard]] FactsOrError putBackToNormal(xcb_window_t window, const X11WindowFacts& facts, const Rect& visible,
+                                               Deadline deadline);
+    [[nodiscard]] FactsOrError placeOnce(xcb_window_t window, const X11WindowFacts& facts, const Rect& visible,
+                                         X11PlacementMethod method, Deadline deadline);
+    [[nodiscard]] FactsOrError request(xcb_window_t window, const X11WindowFacts& facts, const Rect& client,
+                                       X11PlacementMethod method, Deadline deadline);
+    [[nodiscard]] FactsOrError placeInOtherWays(xcb_window_t window, const X11WindowFacts& facts, const Rect& visible,
+                                                Deadline deadline);
+    [[nodiscard]] FactsOrError placeAfterMaximizing(xcb_window_t window, const X11WindowFacts& facts,
+                                                    const Rect& visible, Deadline deadline);
     void waitForShadow(xcb_window_t window, Deadline deadline);
-    void noteBarrierAnswer(std::uint32_t width);
     void noteEvent(const xcb_generic_event_t& event);
     void reassert(const xcb_generic_event_t& event);
     [[nodiscard]] bool isShadowDeclaration(const xcb_generic_event_t& event, const FreshlyNormal& placed) const;
 
     X11Connection& connection_;
     const X11Atoms& atoms_;
-    xcb_window_t helper_;
-    std::uint32_t barriersSent_ = 0;
-    std::uint32_t barriersAnswered_ = 0;
+    X11WindowManager& manager_;
+    X11Barrier barrier_;
+    X11WindowRequests requests_;
     std::optional<FreshlyNormal> freshlyNormal_;
+    std::optional<Refusal> lastRefusal_;
     Subscription listener_;
     Subscription handler_;
 };
+
+/// Whether the window manager did nothing about a request to make the window look like `visible`, although nothing
+/// that is known of the window stood in the way. `before` and `after` were read around the request.
+[[nodiscard]] bool isIgnored(const X11WindowFacts& before, const X11WindowFacts& after, const Rect& visible);
 
 }  // namespace velmorand

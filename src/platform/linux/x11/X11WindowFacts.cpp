@@ -12,10 +12,8 @@ namespace {
 /// The conventions' value of WM_STATE for a minimised window (`IconicState`).
 constexpr std::uint32_t iconicState = 3;
 
-/// WM_SIZE_HINTS as words: the flags, and the smallest and largest size with the flags that make them count.
-constexpr std::size_t hintWords = 9;
-constexpr std::uint32_t hasMinimumSize = 1U << 4U;
-constexpr std::uint32_t hasMaximumSize = 1U << 5U;
+/// Window managers put one or two windows around a client; a deeper nest is none of theirs.
+constexpr int deepestNest = 8;
 
 struct TypeRow {
     X11AtomName atom;
@@ -125,10 +123,11 @@ private:
         const auto allows = [&](X11AtomName name) {
             return !listsActions || std::ranges::count(*actions, atoms_[name]) > 0;
         };
+        facts.sizeHints = decodeSizeHints(read(normalHints_, deadline), XCB_ATOM_WM_SIZE_HINTS);
         // Some window managers withdraw the actions of a maximised window, but it is put back to normal first.
         facts.allowsMove = facts.isMaximized() || allows(X11AtomName::netWMActionMove);
-        facts.allowsResize = (facts.isMaximized() || allows(X11AtomName::netWMActionResize)) &&
-                             !hasFixedSize(read(normalHints_, deadline), XCB_ATOM_WM_SIZE_HINTS);
+        facts.allowsResize =
+            (facts.isMaximized() || allows(X11AtomName::netWMActionResize)) && !facts.sizeHints.isFixed();
     }
 
     X11Connection& connection_;
@@ -180,12 +179,23 @@ X11WindowType decodeWindowType(const X11PropertyValue& property, const X11Atoms&
     return isTransient ? X11WindowType::dialog : X11WindowType::normal;
 }
 
-bool hasFixedSize(const X11PropertyValue& normalHints, std::uint32_t sizeHintsType) {
-    const auto words = decodeItems(normalHints, sizeHintsType);
-    if (!words || words->size() < hintWords) return false;
-    const auto& hints = *words;
-    const bool hasBoth = (hints[0] & hasMinimumSize) != 0 && (hints[0] & hasMaximumSize) != 0;
-    return hasBoth && hints[5] == hints[7] && hints[6] == hints[8];
+std::expected<X11Extents, X11Failure> measureDecorations(X11Connection& connection, xcb_window_t window,
+                                                         const Rect& client, Deadline deadline) {
+    xcb_window_t outermost = window;
+    for (int depth = 0; depth < deepestNest; ++depth) {
+        const auto tree =
+            connection.reply<xcb_query_tree_reply_t>(xcb_query_tree(connection.raw(), outermost), deadline);
+        if (!tree) return std::unexpected(tree.error());
+        if ((*tree)->parent == connection.root() || (*tree)->parent == XCB_WINDOW_NONE) break;
+        outermost = (*tree)->parent;
+    }
+    if (outermost == window) return X11Extents{};
+    const auto geometry =
+        connection.reply<xcb_get_geometry_reply_t>(xcb_get_geometry(connection.raw(), outermost), deadline);
+    if (!geometry) return std::unexpected(geometry.error());
+    const double borders = 2.0 * (*geometry)->border_width;
+    return extentsAround(client, {static_cast<double>((*geometry)->x), static_cast<double>((*geometry)->y),
+                                  (*geometry)->width + borders, (*geometry)->height + borders});
 }
 
 }  // namespace velmorand

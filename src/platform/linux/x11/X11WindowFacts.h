@@ -4,6 +4,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11FrameGeometry.h"
 #include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/X11SizeHints.h"
 
 #include <cstdint>
 #include <expected>
@@ -27,6 +28,7 @@ enum class X11WindowType : std::uint8_t {
 /// What can be known of one window at one moment, in root coordinates.
 struct X11WindowFacts {
     X11FrameGeometry geometry;
+    X11SizeHints sizeHints;
     X11WindowType type = X11WindowType::normal;
     bool overrideRedirect = false;
     bool viewable = false;
@@ -56,7 +58,9 @@ struct X11WindowFacts {
 /// belongs to another window and normal otherwise.
 [[nodiscard]] X11WindowType decodeWindowType(const X11PropertyValue& property, const X11Atoms& atoms, bool isTransient);
 
-/// Whether size hints say that the window has one size only.
-[[nodiscard]] bool hasFixedSize(const X11PropertyValue& normalHints, std::uint32_t sizeHintsType);
+/// What the window manager put around the window: how far the outermost window that holds it, below the root window,
+/// reaches beyond `client`. For window managers that do not write it down; others may keep invisible borders there.
+[[nodiscard]] std::expected<X11Extents, X11Failure> measureDecorations(X11Connection& connection, xcb_window_t window,
+                                                                       const Rect& client, Deadline deadline);
 
 }  // namespace velmorand

@@ -71,7 +71,8 @@ X11WindowSystem::X11WindowSystem(X11Connection& connection, QtRunLoop& runLoop, 
       registry_(connection),
       applications_(connection, atoms_, registry_, processWatcher_, std::move(ownIdentifier)),
       monitors_(connection, atoms_),
-      writer_(connection, atoms_) {
+      windowManager_(connection, atoms_),
+      writer_(connection, atoms_, windowManager_) {
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_EVENT_MASK, &events);
 
@@ -93,7 +94,6 @@ X11WindowSystem::X11WindowSystem(X11Connection& connection, QtRunLoop& runLoop, 
     isNested_ |= std::ranges::any_of(toldDisplays_, [](const DisplayDescription& display) {
         return display.localizedName.starts_with(waylandServerMark);
     });
-    listener_ = connection.listen([this](const xcb_generic_event_t& event) { noteWindowManager(event); });
     handler_ = connection.handle([this](const xcb_generic_event_t& event) { handle(event); });
 }
 
@@ -118,35 +118,6 @@ std::expected<std::vector<std::uint32_t>, X11Failure> X11WindowSystem::rootWindo
     return decodeWindowList(*value, XCB_ATOM_WINDOW);
 }
 
-/// The properties of a dead window manager stay on the root window; only its own window goes. Once that window was
-/// found alive, the event of its end is enough.
-bool X11WindowSystem::isWindowManagerAlive(Deadline deadline) {
-    connection_.takeInEvents();
-    if (windowManager_ != XCB_WINDOW_NONE) return true;
-    const auto checkWindow =
-        rootItem(X11AtomName::netSupportingWMCheck, XCB_ATOM_WINDOW, deadline).value_or(std::nullopt);
-    if (!checkWindow) return false;
-    windowManager_ = *checkWindow;  // from here on its end is listened for
-    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection_.raw(), windowManager_, XCB_CW_EVENT_MASK, &events);
-    const auto itself =
-        decodeFirstItem(readPropertyNow(connection_, *checkWindow, atoms_[X11AtomName::netSupportingWMCheck],
-                                        x11_property_limit::numbers, deadline),
-                        XCB_ATOM_WINDOW);
-    if (itself != *checkWindow) windowManager_ = XCB_WINDOW_NONE;
-    return windowManager_ != XCB_WINDOW_NONE;
-}
-
-void X11WindowSystem::noteWindowManager(const xcb_generic_event_t& event) {
-    if (eventType(event) == XCB_DESTROY_NOTIFY && !isSentEvent(event) &&
-        reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == windowManager_)
-        windowManager_ = XCB_WINDOW_NONE;
-    if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
-    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (change.window == connection_.root() && change.atom == atoms_[X11AtomName::netSupportingWMCheck])
-        windowManager_ = XCB_WINDOW_NONE;
-}
-
 std::optional<TrustProblem> X11WindowSystem::missingForTrust(Deadline deadline) {
     if (connection_.isLost()) return TrustProblem{AXError::cannotComplete, "The connection to the X server is lost."};
     if (isNested_) {
@@ -154,7 +125,7 @@ std::optional<TrustProblem> X11WindowSystem::missingForTrust(Deadline deadline) 
                             "This is a Wayland session: through its X server the windows of other applications cannot "
                             "be moved."};
     }
-    if (!isWindowManagerAlive(deadline)) {
+    if (!windowManager_.isAlive(deadline)) {
         return TrustProblem{AXError::apiDisabled,
                             "No window manager that follows the desktop's conventions (EWMH) is running."};
     }
@@ -286,7 +257,7 @@ std::expected<void, AXError> X11WindowSystem::checkMovable(WindowID window, Dead
     const auto attributes = this->attributes(window, Reading::atOnce, deadline);
     if (!attributes) return std::unexpected(attributes.error());
     if (!attributes->positionSettable) return std::unexpected(AXError::attributeUnsupported);
-    if (writer_.isWaitingForWindowManager() || !isWindowManagerAlive(deadline))
+    if (writer_.isWaitingForWindowManager() || !windowManager_.isAlive(deadline))
         return std::unexpected(AXError::cannotComplete);
     return {};
 }
@@ -294,7 +265,7 @@ std::expected<void, AXError> X11WindowSystem::checkMovable(WindowID window, Dead
 std::expected<Rect, AXError> X11WindowSystem::setFrame(WindowID window, const Rect& frame, Deadline deadline) {
     if (isNested_) return std::unexpected(AXError::apiDisabled);
     if (!registry_.isCurrent(window)) return std::unexpected(AXError::invalidElement);
-    if (!isWindowManagerAlive(deadline)) return std::unexpected(AXError::cannotComplete);
+    if (!windowManager_.isAlive(deadline)) return std::unexpected(AXError::cannotComplete);
     const Point origin = monitors_.origin(deadline);
     const Rect visible{frame.x + origin.x, frame.y + origin.y, frame.width, frame.height};
     const auto settled = writer_.place(window.number, visible, deadline);

@@ -8,6 +8,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11FrameWriter.h"
 #include "platform/linux/x11/X11Monitors.h"
+#include "platform/linux/x11/X11WindowManager.h"
 #include "platform/linux/x11/X11WindowRegistry.h"
 
 #include <expected>
@@ -51,8 +52,6 @@ private:
                                                                                    Deadline deadline) const;
     [[nodiscard]] std::expected<std::vector<std::uint32_t>, X11Failure> rootWindows(X11AtomName property,
                                                                                     Deadline deadline) const;
-    [[nodiscard]] bool isWindowManagerAlive(Deadline deadline);
-    void noteWindowManager(const xcb_generic_event_t& event);
     [[nodiscard]] std::expected<xcb_window_t, X11Failure> activeWindow(Deadline deadline) const;
     [[nodiscard]] std::optional<WindowID> effectiveActiveWindow(Deadline deadline);
     [[nodiscard]] bool isOnCurrentDesktop(xcb_window_t window, Deadline deadline) const;
@@ -72,15 +71,14 @@ private:
     X11WindowRegistry registry_;
     X11Applications applications_;
     X11Monitors monitors_;
+    X11WindowManager windowManager_;
     X11FrameWriter writer_;
-    xcb_window_t windowManager_ = XCB_WINDOW_NONE;  // its check window, while it is known to be alive
-    bool isNested_ = false;                         // the server is a client of a Wayland compositor
+    bool isNested_ = false;  // the server is a client of a Wayland compositor
     Observer observer_;
     std::vector<DisplayDescription> toldDisplays_;
     RunLoop::Timer displaysCheck_;
     RunLoop::Timer windowsLook_;
     bool looksAtWindows_ = false;
-    Subscription listener_;
     Subscription handler_;
 };
 

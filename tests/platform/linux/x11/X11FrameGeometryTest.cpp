@@ -41,6 +41,17 @@ INSTANTIATE_TEST_SUITE_P(
                     ExtentsRow{"NotThere", {}, {}}),
     [](const auto& each) { return each.param.name; });
 
+TEST(X11ExtentsAroundTest, ReachFromTheClientToTheWindowAroundIt) {
+    EXPECT_EQ(extentsAround({105, 129, 400, 300}, {100, 100, 411, 336}), (X11Extents{5, 6, 29, 7}));
+    EXPECT_EQ(extentsAround({-1275, 129, 400, 300}, {-1280, 100, 411, 336}), (X11Extents{5, 6, 29, 7}));
+}
+
+TEST(X11ExtentsAroundTest, AreNoneWhenNoDecorationLooksLikeThat) {
+    EXPECT_EQ(extentsAround({105, 129, 400, 300}, {106, 100, 411, 336}), X11Extents());
+    EXPECT_EQ(extentsAround({105, 129, 400, 300}, {100, 100, 411, 300}), X11Extents());
+    EXPECT_EQ(extentsAround({600, 129, 400, 300}, {0, 100, 1400, 336}), X11Extents());
+}
+
 struct GeometryRow {
     std::string name;
     X11FrameGeometry geometry;

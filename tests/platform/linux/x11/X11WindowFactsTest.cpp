@@ -14,60 +14,6 @@
 namespace velmorand {
 namespace {
 
-constexpr std::uint32_t minimumFlag = 16;
-constexpr std::uint32_t maximumFlag = 32;
-
-/// WM_SIZE_HINTS: flags, four obsolete numbers, the smallest and the largest size, and what follows.
-std::vector<std::uint32_t> sizeHints(std::uint32_t flags, Size smallest, Size largest) {
-    const auto number = [](double length) { return static_cast<std::uint32_t>(length); };
-    std::vector<std::uint32_t> words(18);
-    words[0] = flags;
-    words[5] = number(smallest.width);
-    words[6] = number(smallest.height);
-    words[7] = number(largest.width);
-    words[8] = number(largest.height);
-    return words;
-}
-
-X11PropertyValue hintsProperty(const std::vector<std::uint32_t>& hints) {
-    return itemsProperty(XCB_ATOM_WM_SIZE_HINTS, hints);
-}
-
-constexpr std::uint32_t bothFlags = minimumFlag | maximumFlag;
-constexpr Size oneSize{640, 480};
-
-struct FixedSizeRow {
-    std::string name;
-    X11PropertyValue hints;
-    bool isFixed = false;
-
-    friend void PrintTo(const FixedSizeRow& row, std::ostream* out) { *out << row.name; }
-};
-
-class X11FixedSizeTest : public testing::TestWithParam<FixedSizeRow> {};
-
-TEST_P(X11FixedSizeTest, IsWhatTheTableSays) {
-    EXPECT_EQ(hasFixedSize(GetParam().hints, XCB_ATOM_WM_SIZE_HINTS), GetParam().isFixed);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, X11FixedSizeTest,
-    testing::Values(FixedSizeRow{"OneSize", hintsProperty(sizeHints(bothFlags, oneSize, oneSize)), true},
-                    FixedSizeRow{"OneSizeWithOtherFlags", hintsProperty(sizeHints(0x3FF, oneSize, oneSize)), true},
-                    FixedSizeRow{"OneSizeInTheShortestForm",
-                                 cutTo(9 * 4, hintsProperty(sizeHints(bothFlags, oneSize, oneSize))), true},
-                    FixedSizeRow{"WidthFree", hintsProperty(sizeHints(bothFlags, oneSize, {641, 480})), false},
-                    FixedSizeRow{"HeightFree", hintsProperty(sizeHints(bothFlags, oneSize, {640, 481})), false},
-                    FixedSizeRow{"WithoutTheSmallest", hintsProperty(sizeHints(maximumFlag, oneSize, oneSize)), false},
-                    FixedSizeRow{"WithoutTheLargest", hintsProperty(sizeHints(minimumFlag, oneSize, oneSize)), false},
-                    FixedSizeRow{"WithoutFlags", hintsProperty(sizeHints(0, oneSize, oneSize)), false},
-                    FixedSizeRow{"CutOff", cutTo(8 * 4, hintsProperty(sizeHints(bothFlags, oneSize, oneSize))), false},
-                    FixedSizeRow{"Empty", hintsProperty({}), false}, FixedSizeRow{"NotThere", {}, false},
-                    FixedSizeRow{"WrongType", cardinals(sizeHints(bothFlags, oneSize, oneSize)), false},
-                    FixedSizeRow{"Format8", withFormat(8, hintsProperty(sizeHints(bothFlags, oneSize, oneSize))),
-                                 false}),
-    [](const auto& each) { return each.param.name; });
-
 struct WindowTypeRow {
     std::string name;
     X11PropertyValue property;

@@ -1,0 +1,98 @@
+#include "platform/linux/x11/X11WindowManager.h"
+
+#include "platform/linux/x11/X11PropertyReader.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace velmorand {
+namespace {
+
+constexpr std::size_t longestName = 256;
+
+/// These advertise the message, but one gets a size or a position wrong by its decorations and the other does nothing.
+constexpr std::array<std::string_view, 2> withUnusableMessage{"Fluxbox", "herbstluftwm"};
+
+}  // namespace
+
+X11PlacementMethod otherThan(X11PlacementMethod method) {
+    switch (method) {
+        case X11PlacementMethod::moveResizeMessage: return X11PlacementMethod::configureRequest;
+        case X11PlacementMethod::configureRequest: return X11PlacementMethod::moveResizeMessage;
+    }
+    std::unreachable();
+}
+
+X11PlacementMethod placementMethodFor(std::string_view name, bool advertisesMessage) {
+    const bool isUsable = advertisesMessage && std::ranges::count(withUnusableMessage, name) == 0;
+    return isUsable ? X11PlacementMethod::moveResizeMessage : X11PlacementMethod::configureRequest;
+}
+
+X11WindowManager::X11WindowManager(X11Connection& connection, const X11Atoms& atoms)
+    : connection_(connection),
+      atoms_(atoms),
+      listener_(connection.listen([this](const xcb_generic_event_t& event) { note(event); })) {}
+
+/// The properties of a dead window manager stay on the root window; only its own window goes. Once that window was
+/// found alive, the event of its end is enough.
+bool X11WindowManager::isAlive(Deadline deadline) {
+    connection_.takeInEvents();
+    if (checkWindow_ != XCB_WINDOW_NONE && knowsAbilities_) return true;
+    const auto checkWindow = findCheckWindow(deadline);
+    if (!checkWindow) return false;
+    checkWindow_ = *checkWindow;  // from here on its end is listened for
+    knowsAbilities_ = true;       // an event during the reading sets it back
+    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection_.raw(), checkWindow_, XCB_CW_EVENT_MASK, &events);
+    if (!readAbilities(deadline)) checkWindow_ = XCB_WINDOW_NONE;
+    return checkWindow_ != XCB_WINDOW_NONE;
+}
+
+std::optional<xcb_window_t> X11WindowManager::findCheckWindow(Deadline deadline) {
+    return decodeFirstItem(readPropertyNow(connection_, connection_.root(), atoms_[X11AtomName::netSupportingWMCheck],
+                                           x11_property_limit::numbers, deadline),
+                           XCB_ATOM_WINDOW);
+}
+
+/// False when the check window is none: gone, or another window that got its number.
+bool X11WindowManager::readAbilities(Deadline deadline) {
+    const xcb_window_t checkWindow = checkWindow_;
+    const auto itself =
+        decodeFirstItem(readPropertyNow(connection_, checkWindow, atoms_[X11AtomName::netSupportingWMCheck],
+                                        x11_property_limit::numbers, deadline),
+                        XCB_ATOM_WINDOW);
+    if (itself != checkWindow || checkWindow_ != checkWindow) return false;
+    const std::array textTypes{std::uint32_t{XCB_ATOM_STRING}, std::uint32_t{atoms_[X11AtomName::utf8String]}};
+    const auto name = decodeIdentifier(
+        readPropertyNow(connection_, checkWindow, atoms_[X11AtomName::netWMName], x11_property_limit::text, deadline),
+        textTypes, longestName);
+    const auto abilities =
+        decodeItems(readPropertyNow(connection_, connection_.root(), atoms_[X11AtomName::netSupported],
+                                    x11_property_limit::windows, deadline),
+                    XCB_ATOM_ATOM)
+            .value_or(std::vector<std::uint32_t>{});
+    const auto has = [&](X11AtomName ability) { return std::ranges::count(abilities, atoms_[ability]) > 0; };
+    tellsFrameExtents_ = has(X11AtomName::netFrameExtents);
+    maximizesWindows_ =
+        has(X11AtomName::netWMStateMaximizedVertically) && has(X11AtomName::netWMStateMaximizedHorizontally);
+    // What was learnt about this one stays when it only changes what it advertises.
+    if (std::exchange(methodOf_, checkWindow) != checkWindow)
+        method_ = placementMethodFor(name.value_or(""), has(X11AtomName::netMoveResizeWindow));
+    return true;
+}
+
+void X11WindowManager::note(const xcb_generic_event_t& event) {
+    if (eventType(event) == XCB_DESTROY_NOTIFY && !isSentEvent(event) && checkWindow_ != XCB_WINDOW_NONE &&
+        reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == checkWindow_) {
+        checkWindow_ = XCB_WINDOW_NONE;
+        methodOf_ = XCB_WINDOW_NONE;
+    }
+    if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
+    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    if (change.window != connection_.root()) return;
+    if (change.atom == atoms_[X11AtomName::netSupportingWMCheck]) checkWindow_ = XCB_WINDOW_NONE;
+    if (change.atom == atoms_[X11AtomName::netSupported]) knowsAbilities_ = false;
+}
+
+}  // namespace velmorand
