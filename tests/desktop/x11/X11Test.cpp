@@ -25,6 +25,7 @@ X11Test::~X11Test() {
     windowSystem_.reset();
     connection_.reset();
     clients_.clear();
+    plainManager_.reset();
 }
 
 void X11Test::TearDown() {
@@ -42,6 +43,17 @@ void X11Test::open(const DesktopOptions& options) {
     windowSystem_ = std::move(*windowSystem);
     readable_ = runLoop.watch(connection_->file(), [this] { handleConnection(); });
     sleeping_ = runLoop.beforeSleeping([this] { handleConnection(); });
+}
+
+void X11Test::startPlainManager(const std::vector<std::string>& options) {
+    plainManager_.reset();
+    observer().waitUntil([this] { return !observer().windowManagerName(); });
+    std::vector<std::string> command{VELMORAND_PLAIN_MANAGER};
+    command.insert(command.end(), options.begin(), options.end());
+    plainManager_ = require(desktop_->start(command));
+    if (!observer().waitUntil([this] { return observer().windowManagerName().has_value(); }))
+        throw std::runtime_error("the plain window manager does not start");
+    runPosted();
 }
 
 xcb_window_t X11Test::openWindow(const std::vector<std::string>& command, std::string_view title) {

@@ -11,6 +11,7 @@
 
 #include <list>
 #include <memory>
+#include <optional>
 
 namespace velmorand::desktop {
 
@@ -24,6 +25,10 @@ protected:
 
     /// Makes the desktop and connects to it. The test ends with a failure when it cannot be had.
     void open(const DesktopOptions& options = {});
+
+    /// Starts our own window manager, which needs a desktop without one, and waits until it is there. It replaces the
+    /// one started before.
+    void startPlainManager(const std::vector<std::string>& options);
 
     /// Starts a client and waits until its window is on screen and active.
     [[nodiscard]] xcb_window_t openWindow(const std::vector<std::string>& command, std::string_view title);
@@ -52,6 +57,7 @@ private:
     void handleConnection();
 
     std::unique_ptr<TestDesktop> desktop_;
+    std::optional<ChildProcess> plainManager_;
     std::list<ChildProcess> clients_;
     std::unique_ptr<X11Connection> connection_;
     std::unique_ptr<X11WindowSystem> windowSystem_;
