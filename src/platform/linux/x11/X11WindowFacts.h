@@ -44,7 +44,8 @@ struct X11WindowFacts {
     bool allowsResize = true;
 
     [[nodiscard]] bool isMaximized() const { return maximizedHorizontally || maximizedVertically; }
-    [[nodiscard]] bool isMinimized() const { return iconic || (hidden && !shaded); }
+    /// Several window managers say of a shaded window, whose title bar is on screen, that it is iconic or hidden too.
+    [[nodiscard]] bool isMinimized() const { return (iconic || hidden) && !shaded; }
     /// Whether the user can have it as the window in front of others: no panel, menu or notification.
     [[nodiscard]] bool isOrdinary() const;
 };

@@ -135,7 +135,8 @@ INSTANTIATE_TEST_SUITE_P(Table, X11MinimizedWindowTest,
                                          MinimizedRow{"Hidden", false, true, false, true},
                                          MinimizedRow{"Shaded", false, false, true, false},
                                          MinimizedRow{"ShadedAndHidden", false, true, true, false},
-                                         MinimizedRow{"IconicWhileShaded", true, true, true, true}),
+                                         MinimizedRow{"ShadedAndIconic", true, false, true, false},
+                                         MinimizedRow{"ShadedAndBoth", true, true, true, false}),
                          [](const auto& each) { return each.param.name; });
 
 TEST(X11MaximizedWindowTest, IsMaximizedInOneDirectionOrBoth) {
