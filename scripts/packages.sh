@@ -36,6 +36,14 @@ desktop | x11-xkb-utils | the keyboard of that server
 desktop | openbox | window manager: a plain one
 desktop | xfwm4 | window manager: one with a compositor, so windows draw their own shadows
 desktop | fluxbox | window manager: one whose combined move-and-resize request is broken
+desktop | icewm | window manager: one that moves back what would leave the screen for a moment
+desktop | marco | window manager: one with a compositor, and borders that nobody sees
+desktop | mate-desktop-common | its settings' schemas
+desktop | mate-settings-daemon-common | its settings' schemas
+desktop | i3-wm | window manager: one that tiles, and does not tell how large its decorations are
+desktop | awesome | window manager: one without the combined move-and-resize request
+desktop | kwin-x11 | window manager: one with a compositor that draws by OpenGL
+desktop | kwin-style-breeze | its decorations
 desktop | xfce4-panel | a panel that reserves an edge of the screen
 desktop | xterm | test window that resizes in steps
 desktop | python3-gi | test windows of a toolkit

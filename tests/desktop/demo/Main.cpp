@@ -4,8 +4,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
 #include <csignal>
 #include <cstdio>
 #include <set>
@@ -27,10 +25,8 @@ std::optional<Arguments> parse(std::span<char*> texts) {
     if (texts.size() < 3 || texts.size() > 4) return std::nullopt;
     Arguments arguments{std::filesystem::absolute(texts[1]), std::filesystem::absolute(texts[2])};
     if (texts.size() == 4) {
-        const std::array known{WindowManagerKind::openbox, WindowManagerKind::xfwm4, WindowManagerKind::fluxbox};
-        const auto* chosen =
-            std::ranges::find(known, std::string_view(texts[3]), [](WindowManagerKind kind) { return nameOf(kind); });
-        if (chosen == known.end()) return std::nullopt;
+        const auto chosen = windowManagerNamed(texts[3]);
+        if (!chosen) return std::nullopt;
         arguments.windowManager = *chosen;
     }
     return arguments;
@@ -104,7 +100,7 @@ int main(int count, char** texts) {
     using namespace velmorand::desktop;
     const auto arguments = parse({texts, static_cast<std::size_t>(count)});
     if (!arguments) {
-        fmt::print(stderr, "usage: {} <velmorand> <folder for pictures> [xfwm4|openbox|fluxbox]\n", texts[0]);
+        fmt::print(stderr, "usage: {} <velmorand> <folder for pictures> [window manager]\n", texts[0]);
         return 2;
     }
     const auto interrupt = [](int) { interrupted = 1; };

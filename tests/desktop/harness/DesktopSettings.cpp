@@ -1,10 +1,12 @@
 #include "desktop/harness/DesktopSettings.h"
 
+#include "desktop/harness/SettingsFile.h"
+#include "desktop/harness/WindowManagerSettings.h"
+
 #include <fmt/format.h>
 
 #include <array>
 #include <cstdlib>
-#include <fstream>
 #include <system_error>
 
 namespace velmorand::desktop {
@@ -20,16 +22,6 @@ gtk-icon-theme-name=Adwaita
 gtk-font-name=DejaVu Sans 10
 gtk-enable-animations=0
 gtk-cursor-theme-size=24
-)";
-
-constexpr std::string_view xfwm4Settings = R"(<?xml version="1.0" encoding="UTF-8"?>
-<channel name="xfwm4" version="1.0">
-  <property name="general" type="empty">
-    <property name="theme" type="string" value="Default"/>
-    <property name="title_font" type="string" value="DejaVu Sans Bold 9"/>
-    <property name="workspace_count" type="int" value="1"/>
-  </property>
-</channel>
 )";
 
 constexpr std::string_view panelSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -66,27 +58,8 @@ constexpr std::string_view panelSettings = R"(<?xml version="1.0" encoding="UTF-
 </channel>
 )";
 
-/// The toolbar would cover windows without reserving its edge everywhere.
-constexpr std::string_view fluxboxSettings = R"(session.screen0.toolbar.visible: false
-session.screen0.tabs.intitlebar: true
-)";
-
 constexpr std::array passedOn{"ASAN_OPTIONS",      "UBSAN_OPTIONS", "LSAN_OPTIONS",
                               "LLVM_PROFILE_FILE", "GCOV_PREFIX",   "GCOV_PREFIX_STRIP"};
-
-std::expected<void, HarnessError> writeFile(const fs::path& file, std::string_view content) {
-    std::error_code error;
-    fs::create_directories(file.parent_path(), error);
-    std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-    stream << content << std::flush;
-    if (error || !stream) return std::unexpected(HarnessError{"cannot write " + file.string()});
-    return {};
-}
-
-fs::path settingsOf(const Environment& session, std::string_view channel) {
-    return fs::path(session.at("XDG_CONFIG_HOME")) / "xfce4/xfconf/xfce-perchannel-xml" /
-           fmt::format("{}.xml", channel);
-}
 
 Environment baseEnvironment(const fs::path& folder) {
     Environment session{
@@ -128,15 +101,10 @@ std::expected<Environment, HarnessError> makeSession(const fs::path& folder) {
         return std::unexpected(HarnessError{fmt::format("cannot make {}: {}", folder.string(), error.message())});
 
     const fs::path configuration = session.at("XDG_CONFIG_HOME");
-    if (auto written = writeFile(configuration / "gtk-3.0/settings.ini", gtkSettings); !written) {
+    if (auto written = writeSettingsFile(configuration / "gtk-3.0/settings.ini", gtkSettings); !written) {
         return std::unexpected(written.error());
     }
-    if (auto written = writeFile(settingsOf(session, "xfwm4"), xfwm4Settings); !written) {
-        return std::unexpected(written.error());
-    }
-    if (auto written = writeFile(folder / "home/.fluxbox/init", fluxboxSettings); !written) {
-        return std::unexpected(written.error());
-    }
+    if (auto written = writeWindowManagerSettings(session); !written) return std::unexpected(written.error());
     return session;
 }
 
@@ -146,9 +114,10 @@ std::expected<void, HarnessError> writePanelSettings(const Environment& session,
     constexpr int bottomLeft = 8;
     // It draws a line of one pixel towards the windows beside its size.
     constexpr int line = 1;
-    return writeFile(settingsOf(session, "xfce4-panel"),
-                     fmt::format(panelSettings, fmt::arg("position", edge == PanelEdge::top ? topLeft : bottomLeft),
-                                 fmt::arg("height", height - line)));
+    return writeSettingsFile(xfceSettingsFile(session, "xfce4-panel"),
+                             fmt::format(panelSettings,
+                                         fmt::arg("position", edge == PanelEdge::top ? topLeft : bottomLeft),
+                                         fmt::arg("height", height - line)));
 }
 
 }  // namespace velmorand::desktop

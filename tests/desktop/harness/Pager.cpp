@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <array>
 
 namespace velmorand::desktop {
 
@@ -76,23 +76,44 @@ Pager::Outcome Pager::close(xcb_window_t window, std::chrono::milliseconds timeo
 
 std::expected<PixelRect, HarnessError> Pager::place(xcb_window_t window, const PixelRect& visibleFrame, int tolerance,
                                                     std::chrono::milliseconds timeout) {
-    constexpr std::uint32_t staticGravity = 10;
-    constexpr std::uint32_t allFourFields = 0xf;
     const auto outside = observer_.frameExtents(window).value_or(Extents{});
     const auto inside = observer_.clientShadow(window).value_or(Extents{});
     const Extents added{outside.left - inside.left, outside.right - inside.right, outside.top - inside.top,
                         outside.bottom - inside.bottom};
-    observer_.connection().sendToWindowManager(
-        window, "_NET_MOVERESIZE_WINDOW",
-        {staticGravity | allFourFields << 8U | fromPager << 12U,
-         static_cast<std::uint32_t>(visibleFrame.x + added.left),
-         static_cast<std::uint32_t>(visibleFrame.y + added.top),
-         static_cast<std::uint32_t>(visibleFrame.width - added.left - added.right),
-         static_cast<std::uint32_t>(visibleFrame.height - added.top - added.bottom)});
+    const PixelRect client{visibleFrame.x + added.left, visibleFrame.y + added.top,
+                           visibleFrame.width - added.left - added.right,
+                           visibleFrame.height - added.top - added.bottom};
+    if (observer_.isSupported("_NET_MOVERESIZE_WINDOW")) {
+        requestClientRect(window, client);
+    } else {
+        configure(window, client, outside);
+    }
     const auto frame = observer_.waitForSettledFrame(window, visibleFrame, tolerance, timeout);
     if (frame && framesAgree(*frame, visibleFrame, tolerance)) return *frame;
     return std::unexpected(
         HarnessError{fmt::format("window {:#x} is at {} instead of {}", window, text(frame), visibleFrame.text())});
+}
+
+void Pager::requestClientRect(xcb_window_t window, const PixelRect& client) {
+    constexpr std::uint32_t allFourFields = 0xf;
+    observer_.connection().sendToWindowManager(
+        window, "_NET_MOVERESIZE_WINDOW",
+        {XCB_GRAVITY_STATIC | allFourFields << 8U | fromPager << 12U, static_cast<std::uint32_t>(client.x),
+         static_cast<std::uint32_t>(client.y), static_cast<std::uint32_t>(client.width),
+         static_cast<std::uint32_t>(client.height)});
+}
+
+void Pager::configure(xcb_window_t window, const PixelRect& client, const Extents& outside) {
+    // What the position means is the client's choice: its own corner, or that of its frame.
+    const bool isOwnCorner = observer_.gravity(window) == XCB_GRAVITY_STATIC;
+    const std::array values{static_cast<std::uint32_t>(client.x - (isOwnCorner ? 0 : outside.left)),
+                            static_cast<std::uint32_t>(client.y - (isOwnCorner ? 0 : outside.top)),
+                            static_cast<std::uint32_t>(client.width), static_cast<std::uint32_t>(client.height)};
+    auto& connection = observer_.connection();
+    xcb_configure_window(connection.raw(), window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                         values.data());
+    connection.synchronise();
 }
 
 void Pager::changeState(xcb_window_t window, Change change, std::string_view first, std::string_view second) {

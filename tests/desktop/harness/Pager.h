@@ -32,6 +32,10 @@ public:
 private:
     enum class Change : std::uint32_t { remove = 0, add = 1 };
 
+    /// By the message of the desktop's conventions.
+    void requestClientRect(xcb_window_t window, const PixelRect& client);
+    /// As the client itself would, where the window manager does not take that message.
+    void configure(xcb_window_t window, const PixelRect& client, const Extents& outside);
     void changeState(xcb_window_t window, Change change, std::string_view first, std::string_view second = {});
     Outcome waitFor(std::string_view what, xcb_window_t window, const std::function<bool(const WindowStates&)>& reached,
                     std::chrono::milliseconds timeout);

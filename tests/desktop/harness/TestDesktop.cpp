@@ -13,17 +13,6 @@ namespace velmorand::desktop {
 
 namespace {
 
-std::vector<std::string> commandOf(const WindowManagerOptions& options) {
-    switch (options.kind) {
-        case WindowManagerKind::none: return {};
-        case WindowManagerKind::openbox: return {"openbox", "--sm-disable"};
-        case WindowManagerKind::xfwm4:
-            return {"xfwm4", options.isCompositing ? "--compositor=on" : "--compositor=off", "--vblank=off"};
-        case WindowManagerKind::fluxbox: return {"fluxbox", "-no-slit"};
-    }
-    std::unreachable();
-}
-
 PixelRect rootRect(const std::vector<Monitor>& monitors) {
     PixelRect whole;
     for (const auto& monitor : monitors) whole = united(whole, monitor.rect);
@@ -36,23 +25,13 @@ std::vector<PixelRect> rectsOf(const std::vector<Monitor>& monitors) {
     return rects;
 }
 
-/// Programs made with GDK know only displays that are outputs: xfwm4 keeps windows off any other.
+/// Programs made with GDK know only displays that are outputs, and so do some window managers of other make.
 OutputKind outputsFor(const DesktopOptions& options) {
-    const bool usesGdk = options.windowManager.kind == WindowManagerKind::xfwm4 || options.panel;
-    return usesGdk && options.monitors.size() > 1 ? OutputKind::several : OutputKind::single;
+    const bool needsOutputs = needsOutputsForDisplays(options.windowManager.kind) || options.panel;
+    return needsOutputs && options.monitors.size() > 1 ? OutputKind::several : OutputKind::single;
 }
 
 }  // namespace
-
-std::string_view nameOf(WindowManagerKind kind) {
-    switch (kind) {
-        case WindowManagerKind::none: return "none";
-        case WindowManagerKind::openbox: return "openbox";
-        case WindowManagerKind::xfwm4: return "xfwm4";
-        case WindowManagerKind::fluxbox: return "fluxbox";
-    }
-    std::unreachable();
-}
 
 std::expected<std::unique_ptr<TestDesktop>, HarnessError> TestDesktop::create(const DesktopOptions& options) {
     auto folder = TemporaryFolder::create("velmorand-desktop");
@@ -112,24 +91,13 @@ std::expected<void, HarnessError> TestDesktop::startWindowManager(const WindowMa
     // Now and then one hangs in its own start; that is no matter of the tests, so it gets a second chance.
     for (const auto timeout : {patience / 3, patience}) {
         windowManager_.reset();
-        auto process = start(commandOf(options));
+        const auto command = commandOf(options, environment_);
+        auto process = start(command.arguments, command.variables);
         if (!process) return std::unexpected(process.error());
         windowManager_ = std::move(*process);
-        if (isWindowManagerReady(options, timeout)) return {};
+        if (waitForWindowManager(observer_, options, timeout)) return {};
     }
     return std::unexpected(failure(fmt::format("{} does not answer as it should", nameOf(options.kind))));
-}
-
-bool TestDesktop::isWindowManagerReady(const WindowManagerOptions& options, std::chrono::milliseconds timeout) {
-    const bool needsCompositing = options.kind == WindowManagerKind::xfwm4 && options.isCompositing;
-    // A compositing window manager says only after its start that clients may draw shadows.
-    const bool isAnnounced = observer_.waitUntil(
-        [&] {
-            return observer_.windowManagerName().has_value() && observer_.isSupported("_NET_MOVERESIZE_WINDOW") &&
-                   (!needsCompositing || (observer_.isComposited() && observer_.isSupported("_GTK_FRAME_EXTENTS")));
-        },
-        timeout);
-    return isAnnounced && observer_.waitForWindowManager(timeout);
 }
 
 void TestDesktop::stopWindowManager() {

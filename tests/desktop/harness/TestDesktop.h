@@ -6,22 +6,12 @@
 #include "desktop/harness/Monitors.h"
 #include "desktop/harness/SessionBus.h"
 #include "desktop/harness/TemporaryFolder.h"
+#include "desktop/harness/WindowManagers.h"
 #include "desktop/harness/XObserver.h"
 
 #include <memory>
 
 namespace velmorand::desktop {
-
-enum class WindowManagerKind { none, openbox, xfwm4, fluxbox };
-
-/// "openbox" and so on.
-[[nodiscard]] std::string_view nameOf(WindowManagerKind kind);
-
-struct WindowManagerOptions {
-    WindowManagerKind kind = WindowManagerKind::openbox;
-    /// Whether xfwm4 runs its compositing manager; the others have none.
-    bool isCompositing = false;
-};
 
 struct PanelOptions {
     PanelEdge edge = PanelEdge::bottom;
@@ -94,7 +84,6 @@ private:
           environment_(std::move(environment)) {}
 
     [[nodiscard]] std::expected<void, HarnessError> startWindowManager(const WindowManagerOptions& options);
-    [[nodiscard]] bool isWindowManagerReady(const WindowManagerOptions& options, std::chrono::milliseconds timeout);
     [[nodiscard]] std::expected<void, HarnessError> startPanel(const PanelOptions& options);
     /// How many pixels of the primary display are reserved at that edge.
     [[nodiscard]] int reservedOnPrimary(PanelEdge edge);

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace velmorand::desktop {
@@ -95,7 +96,9 @@ std::optional<PixelRect> XObserver::clientRect(xcb_window_t window) {
 }
 
 std::optional<Extents> XObserver::frameExtents(xcb_window_t window) {
-    return extents(window, "_NET_FRAME_EXTENTS");
+    constexpr std::string_view property = "_NET_FRAME_EXTENTS";
+    if (const auto told = extents(window, property)) return told;
+    return isSupported(property) ? std::nullopt : frameOutside(window);
 }
 
 std::optional<Extents> XObserver::clientShadow(xcb_window_t window) {
@@ -107,6 +110,21 @@ std::optional<Extents> XObserver::extents(xcb_window_t window, std::string_view 
     if (values.size() != 4) return std::nullopt;
     return Extents{static_cast<int>(values[0]), static_cast<int>(values[1]), static_cast<int>(values[2]),
                    static_cast<int>(values[3])};
+}
+
+std::optional<Extents> XObserver::frameOutside(xcb_window_t window) {
+    const auto client = clientRect(window);
+    xcb_window_t outermost = window;
+    while (true) {
+        const auto tree = connection_.reply<xcb_query_tree_reply_t>(xcb_query_tree(connection_.raw(), outermost));
+        if (!tree) return std::nullopt;
+        if (tree->parent == XCB_WINDOW_NONE || tree->parent == tree->root) break;
+        outermost = tree->parent;
+    }
+    const auto frame = clientRect(outermost);
+    if (!client || !frame || outermost == window) return std::nullopt;
+    return Extents{client->x - frame->x, frame->right() - client->right(), client->y - frame->y,
+                   frame->bottom() - client->bottom()};
 }
 
 WindowStates XObserver::states(xcb_window_t window) {
@@ -133,6 +151,12 @@ std::optional<SizeSteps> XObserver::sizeSteps(xcb_window_t window) {
     return SizeSteps{static_cast<int>(hints[9]), static_cast<int>(hints[10])};
 }
 
+std::uint32_t XObserver::gravity(xcb_window_t window) {
+    constexpr std::uint32_t hasGravity = 1U << 9U;
+    const auto hints = connection_.numbers(window, "WM_NORMAL_HINTS");
+    return hints.size() < 18 || (hints[0] & hasGravity) == 0 ? std::uint32_t{XCB_GRAVITY_NORTH_WEST} : hints[17];
+}
+
 std::optional<xcb_window_t> XObserver::activeWindow() {
     const auto values = connection_.numbers(connection_.root(), "_NET_ACTIVE_WINDOW");
     if (values.empty() || values.front() == XCB_WINDOW_NONE) return std::nullopt;
@@ -140,13 +164,26 @@ std::optional<xcb_window_t> XObserver::activeWindow() {
 }
 
 std::vector<std::uint32_t> XObserver::reservedEdges() {
-    for (const auto id : connection_.numbers(connection_.root(), "_NET_CLIENT_LIST")) {
+    // Some window managers do not list panels among the windows; these are in the tree, in a frame or without.
+    auto candidates = connection_.numbers(connection_.root(), "_NET_CLIENT_LIST");
+    for (const auto child : childrenOf(connection_.root())) {
+        candidates.push_back(child);
+        std::ranges::copy(childrenOf(child), std::back_inserter(candidates));
+    }
+    for (const auto id : candidates) {
         auto strut = connection_.numbers(id, "_NET_WM_STRUT_PARTIAL");
-        if (strut.size() == 12 && std::any_of(strut.begin(), strut.begin() + 4, [](auto edge) { return edge > 0; })) {
-            return strut;
-        }
+        const bool reserves =
+            strut.size() == 12 && std::any_of(strut.begin(), strut.begin() + 4, [](auto edge) { return edge > 0; });
+        if (reserves && isViewable(id)) return strut;
     }
     return {};
+}
+
+std::vector<xcb_window_t> XObserver::childrenOf(xcb_window_t window) {
+    const auto tree = connection_.reply<xcb_query_tree_reply_t>(xcb_query_tree(connection_.raw(), window));
+    if (!tree) return {};
+    const auto* first = xcb_query_tree_children(tree.get());
+    return {first, first + xcb_query_tree_children_length(tree.get())};
 }
 
 std::optional<std::string> XObserver::windowManagerName() {

@@ -61,7 +61,8 @@ public:
     [[nodiscard]] std::optional<PixelRect> visibleFrame(xcb_window_t window);
     /// The window as its client knows it, without decorations.
     [[nodiscard]] std::optional<PixelRect> clientRect(xcb_window_t window);
-    /// _NET_FRAME_EXTENTS: the decorations.
+    /// The decorations: _NET_FRAME_EXTENTS, or what lies around the client in its outermost window where the window
+    /// manager never tells. (Where it does, that window may have borders that nobody sees.)
     [[nodiscard]] std::optional<Extents> frameExtents(xcb_window_t window);
     /// _GTK_FRAME_EXTENTS: the client's own shadow.
     [[nodiscard]] std::optional<Extents> clientShadow(xcb_window_t window);
@@ -69,6 +70,8 @@ public:
     [[nodiscard]] bool isViewable(xcb_window_t window);
     /// By how much the window's size goes, as its hints say it; absent when any size is right.
     [[nodiscard]] std::optional<SizeSteps> sizeSteps(xcb_window_t window);
+    /// Which point of the window its client wants to keep in place, as its hints say it; an X gravity.
+    [[nodiscard]] std::uint32_t gravity(xcb_window_t window);
     /// Absent when none is active.
     [[nodiscard]] std::optional<xcb_window_t> activeWindow();
     /// _NET_WM_STRUT_PARTIAL of the first window that reserves an edge of the screen: left, right, top, bottom, and the
@@ -104,6 +107,8 @@ public:
 private:
     explicit XObserver(XConnection connection) : connection_(std::move(connection)) {}
     [[nodiscard]] std::optional<Extents> extents(xcb_window_t window, std::string_view property);
+    [[nodiscard]] std::optional<Extents> frameOutside(xcb_window_t window);
+    [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t window);
 
     XConnection connection_;
 };
