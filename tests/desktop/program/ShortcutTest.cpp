@@ -91,20 +91,6 @@ TEST_P(ShortcutTest, AHeldShortcutActsOnce) {
     EXPECT_FALSE(repeated);
 }
 
-TEST_P(ShortcutTest, AMaximizedWindowIsPutBackToNormalAndPlaced) {
-    for (const DemoWindow window : {DemoWindow::serverSide, DemoWindow::clientSide}) {
-        SCOPED_TRACE(nameOf(window));
-        focus(window);
-        const auto maximized = desktop().pager().maximize(desktop().idOf(window));
-        ASSERT_TRUE(maximized) << maximized.error();
-
-        expectLanding("topRight", window);
-
-        const WindowStates states = desktop().observer().states(desktop().idOf(window));
-        EXPECT_FALSE(states.maximizedHorizontally || states.maximizedVertically);
-    }
-}
-
 TEST_P(ShortcutTest, AFullScreenWindowIsLeftAlone) {
     focus(DemoWindow::serverSide);
     const auto window = desktop().idOf(DemoWindow::serverSide);

@@ -23,14 +23,6 @@ TEST_P(TroubleTest, WithoutAWindowManagerNothingMovesAndTheLogSaysWhatIsMissing)
     EXPECT_EQ(desktop().frameOf(DemoWindow::serverSide), before);
 }
 
-TEST_P(TroubleTest, ANewWindowManagerIsTakenUp) {
-    const auto replaced = desktop().test().replaceWindowManager({.kind = GetParam(), .isCompositing = true});
-    ASSERT_TRUE(replaced) << replaced.error();
-
-    focus(DemoWindow::serverSide);
-    expectLanding("right", DemoWindow::serverSide);
-}
-
 TEST_P(TroubleTest, AFrozenWindowManagerIsReportedInTimeAndUsedAgainWhenItGoesOn) {
     focus(DemoWindow::serverSide);
     const PixelRect target = wanted("left", DemoWindow::serverSide);
