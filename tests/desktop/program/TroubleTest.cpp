@@ -1,6 +1,7 @@
 #include "desktop/program/ProgramTest.h"
 
 #include <array>
+#include <csignal>
 #include <vector>
 
 namespace velmorand::desktop {
@@ -87,6 +88,20 @@ TEST_P(TroubleTest, AWindowThatIsGoneIsForgotten) {
     focus(DemoWindow::clientSide);
     expectLanding("right", DemoWindow::clientSide);
     EXPECT_TRUE(desktop().program().isRunning());
+}
+
+TEST_P(TroubleTest, AnApplicationKilledWhileItsWindowIsPlacedIsReportedAndForgotten) {
+    focus(DemoWindow::serverSide);
+    desktop().test().windowManager()->freeze();
+    press("left");
+    ASSERT_TRUE(logs("velmorand [windows] info: target frame"));
+
+    desktop().client(DemoWindow::serverSide).sendSignal(SIGKILL);
+
+    EXPECT_TRUE(logs("velmorand [windows] error: "));
+    desktop().test().windowManager()->thaw();
+    focus(DemoWindow::clientSide);
+    expectLanding("right", DemoWindow::clientSide);
 }
 
 TEST_P(TroubleTest, ADisplayMoveNeedsASecondDisplay) {
