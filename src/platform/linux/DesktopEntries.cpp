@@ -36,12 +36,12 @@ std::string_view lastPart(std::string_view text, char separator) {
     return text.substr(text.rfind(separator) + 1);  // npos + 1 is 0
 }
 
-/// The first word of a command line, which may be quoted.
-std::string executableOf(std::string_view command) {
+/// The program of a command line, whose first word may be quoted; absent when that word names none.
+std::optional<std::string> executableOf(std::string_view command) {
     const bool quoted = command.starts_with('"');
     if (quoted) command.remove_prefix(1);
-    const std::string_view program = command.substr(0, command.find(quoted ? '"' : ' '));
-    return std::string(lastPart(program, '/'));
+    const std::string_view name = lastPart(command.substr(0, command.find(quoted ? '"' : ' ')), '/');
+    return name.empty() ? std::nullopt : std::optional(std::string(name));
 }
 
 /// "de_AT.UTF-8" gives "de_AT" and "de".
@@ -89,7 +89,7 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string id, std::string_view t
     };
     if (value("Type") != "Application" || value("Hidden") == "true") return std::nullopt;
 
-    DesktopEntry entry{std::move(id), value("Name"), value("StartupWMClass"), value("Exec").transform(executableOf)};
+    DesktopEntry entry{std::move(id), value("Name"), value("StartupWMClass"), value("Exec").and_then(executableOf)};
     for (const std::string& locale : locales) {
         const auto localized = value("Name[" + locale + "]");
         if (!localized) continue;

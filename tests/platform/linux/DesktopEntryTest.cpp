@@ -137,7 +137,9 @@ INSTANTIATE_TEST_SUITE_P(
                     ExecutableRow{"QuotedBareName", "\"editor\"", "editor"},
                     ExecutableRow{"QuoteWithoutEnd", "\"/opt/The Editor/editor", "editor"},
                     ExecutableRow{"PathWithSlashInItsArgument", "editor --folder=/usr/share", "editor"},
-                    ExecutableRow{"Empty", "", std::nullopt}),
+                    ExecutableRow{"Empty", "", std::nullopt}, ExecutableRow{"Folder", "/usr/bin/", std::nullopt},
+                    ExecutableRow{"EmptyQuotes", "\"\" %U", std::nullopt},
+                    ExecutableRow{"QuoteAlone", "\"", std::nullopt}),
     [](const auto& each) { return each.param.name; });
 
 class NoApplicationTest : public testing::TestWithParam<std::pair<const char*, std::string>> {};
