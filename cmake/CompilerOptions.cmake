@@ -9,11 +9,23 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
     target_compile_options(velmorand_options INTERFACE -Wno-restrict)
 endif()
 
+# clang sees that the standard library of g++ 12 uses in std::stable_sort what it declares deprecated itself.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    target_compile_options(velmorand_options INTERFACE -Wno-deprecated-declarations)
+endif()
+
 if(VELMORAND_SANITIZE)
     # g++ 12 takes moved variants for uninitialised when it instruments them.
-    target_compile_options(velmorand_options INTERFACE -Wno-maybe-uninitialized)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(velmorand_options INTERFACE -Wno-maybe-uninitialized)
+    endif()
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
+endif()
+
+# The code under test tells the fuzzer which ways were taken; the fuzzer itself is linked into its targets alone.
+if(VELMORAND_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 if(VELMORAND_COVERAGE)

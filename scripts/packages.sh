@@ -52,6 +52,8 @@ desktop | dbus-daemon | a private session bus for each test desktop
 desktop | fonts-dejavu-core | text in the test windows
 check | clang-format-19 | format check
 full | clang-tidy-19 | static analysis
+full | clang-19 | compiler of the fuzz targets
+full | libclang-rt-19-dev | the fuzzer and its sanitizers
 ROWS
 }
 
