@@ -20,6 +20,8 @@ public:
     /// Items of 32 bits.
     void setNumbers(xcb_window_t window, std::string_view name, std::string_view type,
                     std::span<const std::uint32_t> items);
+    /// Makes a property of \p bytes bytes, all of them 'a', in pieces that the server accepts.
+    void fillProperty(xcb_window_t window, std::string_view name, std::string_view type, int format, std::size_t bytes);
     void deleteProperty(xcb_window_t window, std::string_view name);
 
     /// Destroys the window under the feet of its client.

@@ -20,12 +20,16 @@ auto require(Outcome outcome) {
 X11Test::X11Test() = default;
 
 X11Test::~X11Test() {
+    disconnect();
+    clients_.clear();
+    plainManager_.reset();
+}
+
+void X11Test::disconnect() {
     readable_.cancel();
     sleeping_.cancel();
     windowSystem_.reset();
     connection_.reset();
-    clients_.clear();
-    plainManager_.reset();
 }
 
 void X11Test::TearDown() {
@@ -34,7 +38,12 @@ void X11Test::TearDown() {
 
 void X11Test::open(const DesktopOptions& options) {
     desktop_ = require(TestDesktop::create(options));
-    setenv("DISPLAY", desktop_->displayName().c_str(), 1);
+    connect();
+}
+
+void X11Test::connect(const std::string& displayName) {
+    disconnect();
+    setenv("DISPLAY", displayName.c_str(), 1);
     auto connection = X11Connection::open();
     if (!connection) throw std::runtime_error(connection.error());
     connection_ = std::move(*connection);

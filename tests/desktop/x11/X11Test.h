@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/harness/HostileClient.h"
 #include "desktop/harness/Pager.h"
 #include "desktop/harness/TestDesktop.h"
 #include "desktop/harness/TestWindows.h"
@@ -29,6 +30,9 @@ protected:
     /// Starts our own window manager, which needs a desktop without one, and waits until it is there. It replaces the
     /// one started before.
     void startPlainManager(const std::vector<std::string>& options);
+    /// Connects anew, as a program that is started now would, by the desktop's own name or another one for it.
+    void connect(const std::string& displayName);
+    void connect() { connect(desktop().displayName()); }
 
     /// Starts a client and waits until its window is on screen and active.
     [[nodiscard]] xcb_window_t openWindow(const std::vector<std::string>& command, std::string_view title);
@@ -45,6 +49,7 @@ protected:
     [[nodiscard]] TestDesktop& desktop() { return *desktop_; }
     [[nodiscard]] XObserver& observer() { return desktop_->observer(); }
     [[nodiscard]] Pager pager() { return Pager(desktop_->observer()); }
+    [[nodiscard]] HostileClient hostileClient() { return HostileClient(observer().connection()); }
     [[nodiscard]] X11Connection& connection() { return *connection_; }
     [[nodiscard]] X11WindowSystem& windowSystem() { return *windowSystem_; }
 
@@ -54,6 +59,7 @@ protected:
     }
 
 private:
+    void disconnect();
     void handleConnection();
 
     std::unique_ptr<TestDesktop> desktop_;
