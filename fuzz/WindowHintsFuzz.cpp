@@ -48,16 +48,25 @@ void checkWindowType(const X11PropertyValue& property, bool isTransient) {
     require(decodeWindowType(property, atoms, !isTransient) == type, "a claimed type counts for dialogs too");
 }
 
-void checkFixedSize(const X11PropertyValue& hints) {
-    const bool isFixed = hasFixedSize(hints, XCB_ATOM_WM_SIZE_HINTS);
-    const auto words = decodeItems(hints, XCB_ATOM_WM_SIZE_HINTS).value_or(std::vector<std::uint32_t>{});
+void checkSizeHints(const X11PropertyValue& property) {
+    const X11SizeHints hints = decodeSizeHints(property, XCB_ATOM_WM_SIZE_HINTS);
+    const auto words = decodeItems(property, XCB_ATOM_WM_SIZE_HINTS).value_or(std::vector<std::uint32_t>{});
     constexpr std::size_t shortest = 9;
     constexpr std::uint32_t bothLimits = 0x30;
-    require(!isFixed || words.size() >= shortest, "hints that are cut off fix nothing");
-    if (words.size() < shortest) return;
-    const bool hasOneSize = words[5] == words[7] && words[6] == words[8];
-    require(isFixed == ((words[0] & bothLimits) == bothLimits && hasOneSize),
-            "a size is fixed when the smallest and the largest count and are equal");
+    if (hints.isFixed()) {
+        require(words.size() >= shortest, "hints that are cut off fix nothing");
+        require((words[0] & bothLimits) == bothLimits && words[5] == words[7] && words[6] == words[8],
+                "a size is fixed when the smallest and the largest count and are equal");
+    }
+    require(hints.step.width >= 1 && hints.step.height >= 1, "a step goes somewhere");
+    require(hints.gravity >= 1 && hints.gravity <= 10, "the gravity is one");
+    for (const Size& size : {Size{1, 1}, Size{640, 480}, Size{32767, 32767}}) {
+        const Size rounded = hints.rounded(size);
+        require(rounded.width <= size.width && rounded.height <= size.height, "sizes are rounded down");
+        require(size.width - rounded.width < hints.step.width && size.height - rounded.height < hints.step.height,
+                "by less than a step");
+        require(hints.rounded(rounded) == rounded, "a rounded size stays as it is");
+    }
 }
 
 }  // namespace
@@ -67,6 +76,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     velmorand::FuzzInput input(data, size);
     const bool isTransient = input.boolean();
     velmorand::checkWindowType(input.property(XCB_ATOM_ATOM, 32), isTransient);
-    velmorand::checkFixedSize(input.property(XCB_ATOM_WM_SIZE_HINTS, 32));
+    velmorand::checkSizeHints(input.property(XCB_ATOM_WM_SIZE_HINTS, 32));
     return 0;
 }
