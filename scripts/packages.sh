@@ -48,6 +48,7 @@ desktop | xfce4-panel | a panel that reserves an edge of the screen
 desktop | xterm | test window that resizes in steps
 desktop | python3-gi | test windows of a toolkit
 desktop | gir1.2-gtk-3.0 | test windows of a toolkit
+desktop | gir1.2-gtk-4.0 | test windows of its next generation
 desktop | dbus-daemon | a private session bus for each test desktop
 desktop | fonts-dejavu-core | text in the test windows
 check | clang-format-19 | format check

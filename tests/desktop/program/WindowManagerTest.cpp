@@ -1,3 +1,4 @@
+#include "desktop/harness/TestWindows.h"
 #include "desktop/program/ProgramTest.h"
 
 namespace velmorand::desktop {
@@ -6,7 +7,24 @@ namespace {
 using enum WindowManagerKind;
 
 /// What has to work whichever window manager runs.
-class WindowManagerTest : public ProgramTest {};
+class WindowManagerTest : public ProgramTest {
+protected:
+    /// Presses the shortcut for a window that is not one of the desktop's three and expects it where the action puts it.
+    void expectLandingOf(xcb_window_t window, std::string_view action) {
+        const auto active = desktop().pager().activate(window);
+        ASSERT_TRUE(active) << active.error();
+        const auto before = desktop().observer().visibleFrame(window).value_or(PixelRect{});
+        const DemoModel model(desktop().workAreas());
+        const auto target = model.wanted(0, demoAction(action), desktop().fromRoot(before)).value_or(PixelRect{});
+
+        press(action);
+
+        const auto seen = desktop().observer().waitForSettledFrame(window, desktop().toRoot(target));
+        ASSERT_TRUE(seen);
+        EXPECT_TRUE(framesAgree(desktop().fromRoot(*seen), target, frameTolerance))
+            << action << ": wanted " << target << ", is at " << desktop().fromRoot(*seen);
+    }
+};
 
 TEST_P(WindowManagerTest, WindowsOfBothDecorationsGoWhereTheyBelong) {
     for (const DemoWindow window : {DemoWindow::serverSide, DemoWindow::clientSide}) {
@@ -15,6 +33,20 @@ TEST_P(WindowManagerTest, WindowsOfBothDecorationsGoWhereTheyBelong) {
         expectLanding("left", window);
         expectLanding("bottomRight", window);
         expectLanding("centerThird", window);
+    }
+}
+
+TEST_P(WindowManagerTest, WindowsOfOtherToolkitsGoWhereTheyBelong) {
+    const std::pair<std::string_view, std::vector<std::string>> windows[]{{"Places", gtk4Window({.title = "Places"})},
+                                                                          {"Picture", qtWindow({.title = "Picture"})}};
+    for (const auto& [title, command] : windows) {
+        SCOPED_TRACE(title);
+        const auto client = desktop().test().start(command);
+        ASSERT_TRUE(client) << client.error();
+        const auto window = desktop().observer().findWindow(title);
+        ASSERT_TRUE(window) << window.error();
+        expectLandingOf(*window, "rightThird");
+        expectLandingOf(*window, "topLeft");
     }
 }
 

@@ -1,6 +1,5 @@
-"""What the test windows share: their arguments, their sizes, and their application."""
+"""What the GTK 3 windows share: their sizes, and their application."""
 
-import argparse
 import sys
 
 sys.dont_write_bytecode = True
@@ -10,21 +9,7 @@ import gi
 gi.require_version("Gtk", "3.0")
 gi.require_version("Gdk", "3.0")
 from gi.repository import Gdk, Gio, GLib, Gtk  # noqa: E402
-
-def size(text):
-    """Parses "640x420" into a pair of pixels."""
-    width, height = text.split("x")
-    return int(width), int(height)
-
-
-def parse_arguments(description):
-    parser = argparse.ArgumentParser(description=description)
-    parser.add_argument("--title", default="Test window")
-    parser.add_argument("--size", type=size, default=(640, 420), metavar="WxH")
-    parser.add_argument("--minimum-size", type=size, metavar="WxH")
-    parser.add_argument("--fixed", action="store_true", help="the user may not resize it")
-    parser.add_argument("--application-id", help="identifier of the application, such as org.example.Notes")
-    return parser.parse_args()
+from window_arguments import parse_arguments  # noqa: E402
 
 
 def dress(window, arguments, content):
