@@ -36,8 +36,8 @@ X11Applications::X11Applications(X11Connection& connection, const X11Atoms& atom
       processWatcher_(processWatcher),
       ownIdentifier_(std::move(ownIdentifier)),
       entries_(DesktopEntries::ofSession()) {
-    const auto* extension = xcb_get_extension_data(connection.raw(), &xcb_res_id);
-    serverKnowsProcesses_ = extension != nullptr && extension->present != 0;
+    const Deadline deadline = std::chrono::steady_clock::now() + X11Connection::startTimeout;
+    serverKnowsProcesses_ = connection.extension(xcb_res_id, deadline) != nullptr;
 }
 
 std::expected<RunningApplication, X11Failure> X11Applications::applicationOf(WindowID window, Deadline deadline) {

@@ -88,6 +88,15 @@ std::expected<X11Reply<void>, X11Failure> X11Connection::waitForReply(unsigned i
     }
 }
 
+const xcb_query_extension_reply_t* X11Connection::extension(xcb_extension_t& id, Deadline deadline) {
+    xcb_prefetch_extension_data(connection_, &id);
+    // Once a later request is answered, the answer has arrived, and the library does not wait for it.
+    const auto later = reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(connection_), deadline);
+    if (!later) return nullptr;
+    const xcb_query_extension_reply_t* data = xcb_get_extension_data(connection_, &id);
+    return data != nullptr && data->present != 0 ? data : nullptr;
+}
+
 std::expected<std::vector<std::uint8_t>, X11Failure> X11Connection::check(const std::vector<xcb_void_cookie_t>& cookies,
                                                                           Deadline deadline) {
     // Once a later request is answered, the errors of these have arrived if there are any.

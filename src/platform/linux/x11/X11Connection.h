@@ -5,6 +5,7 @@
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <deque>
@@ -40,6 +41,8 @@ class X11Connection {
 public:
     /// Connects to the display that the environment names; fails with one line for the user.
     [[nodiscard]] static std::expected<std::unique_ptr<X11Connection>, std::string> open();
+    /// The bound of what is asked once at the start, for a machine that is busy then.
+    static constexpr std::chrono::seconds startTimeout{5};
     ~X11Connection();
 
     X11Connection(const X11Connection&) = delete;
@@ -71,6 +74,11 @@ public:
         xcb_discard_reply(connection_, cookie.sequence);
     }
 
+    /// What the server says of an extension; null when it has no such extension or does not answer. No request of an
+    /// extension may be made before this has answered: the library would wait for the same answer without a bound, and
+    /// would end the connection where there is no such extension.
+    [[nodiscard]] const xcb_query_extension_reply_t* extension(xcb_extension_t& id, Deadline deadline);
+
     /// The error codes of checked requests without a reply, in order; 0 for one that succeeded.
     [[nodiscard]] std::expected<std::vector<std::uint8_t>, X11Failure> check(
         const std::vector<xcb_void_cookie_t>& cookies, Deadline deadline);
@@ -89,8 +97,8 @@ public:
 
     using EventCallback = std::function<void(const xcb_generic_event_t&)>;
 
-    /// Hears of every event, and of every error of a request nobody waits for, the moment it arrives, also inside a wait. For bookkeeping only: it must make no
-    /// request that waits.
+    /// Hears of every event, and of every error of a request nobody waits for, the moment it arrives, also inside a
+    /// wait. For bookkeeping only: it must make no request that waits.
     [[nodiscard]] Subscription listen(EventCallback callback);
     /// Handles every event in a turn of the main loop.
     [[nodiscard]] Subscription handle(EventCallback callback);

@@ -14,8 +14,8 @@ X11Monitors::X11Monitors(X11Connection& connection, const X11Atoms& atoms)
       atoms_(atoms),
       rootSize_{static_cast<double>(connection.screen().width_in_pixels),
                 static_cast<double>(connection.screen().height_in_pixels)} {
-    const auto* extension = xcb_get_extension_data(connection.raw(), &xcb_randr_id);
-    if (extension != nullptr && extension->present != 0) {
+    const Deadline deadline = std::chrono::steady_clock::now() + X11Connection::startTimeout;
+    if (const auto* extension = connection.extension(xcb_randr_id, deadline)) {
         randrEvents_ = extension->first_event;
         xcb_randr_select_input(connection.raw(), connection.root(),
                                XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
