@@ -19,14 +19,15 @@ struct X11ModifierMap {
 
     bool operator==(const X11ModifierMap&) const = default;
 
-    /// The modifiers that are on or off without the user meaning anything by it.
-    [[nodiscard]] std::uint32_t locks() const { return capsLock | numLock | scrollLock; }
+    /// The modifiers that are on or off without the user meaning anything by it. A lock on the modifier of Alt or Super
+    /// is none of them: shortcuts with that modifier would mean nothing.
+    [[nodiscard]] std::uint32_t locks() const { return (capsLock | numLock | scrollLock) & ~(alt | super); }
 
     /// Every combination of the locks, so that a shortcut works whichever are on.
     [[nodiscard]] std::vector<std::uint32_t> lockCombinations() const;
 
     /// The X mask of a hot-key modifier mask (command is Super, option is Alt); absent when it holds a modifier
-    /// that the keyboard does not have, or an unknown bit.
+    /// that the keyboard does not have, two that are one on this keyboard, or an unknown bit.
     [[nodiscard]] std::optional<std::uint32_t> maskFor(std::uint32_t hotKeyModifiers) const;
 };
 

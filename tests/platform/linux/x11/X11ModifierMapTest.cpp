@@ -130,11 +130,41 @@ TEST(X11ModifierMapTest, TakesTheRightHandKeysWhereThereAreNoLeftHandOnes) {
     EXPECT_EQ(keyboard.decoded(), (X11ModifierMap{.alt = mod1, .super = mod4, .numLock = mod2}));
 }
 
-TEST(X11ModifierMapTest, KeepsToTheFirstModifierOfAKeyThatIsOnTwo) {
+TEST(X11ModifierMapTest, KeepsToTheFirstModifierThatSeveralKeysSet) {
     Keyboard keyboard = defaultKeyboard();
-    keyboard.modifiers[5] = {64, 133};
+    keyboard.modifiers[5] = {108};
+    keyboard.modifiers[7] = {134};
 
-    EXPECT_EQ(keyboard.decoded(), (X11ModifierMap{.alt = mod1, .super = mod3, .numLock = mod2}));
+    EXPECT_EQ(keyboard.decoded(), (X11ModifierMap{.alt = mod1, .super = mod4, .numLock = mod2}));
+}
+
+TEST(X11ModifierMapTest, LeavesAModifierOfBothForOneOfItsOwn) {
+    Keyboard superBesideAlt =
+        defaultKeyboard();  // as when the left Alt key was made a Super key, but stayed where it was
+    superBesideAlt.keys[64] = {superLeft, 0};
+    Keyboard altBesideSuper = defaultKeyboard();
+    std::swap(altBesideSuper.modifiers[3], altBesideSuper.modifiers[6]);
+    altBesideSuper.keys[133] = {altLeft, 0};
+
+    EXPECT_EQ(superBesideAlt.decoded(), (X11ModifierMap{.alt = mod1, .super = mod4, .numLock = mod2}));
+    EXPECT_EQ(altBesideSuper.decoded(), (X11ModifierMap{.alt = mod4, .super = mod1, .numLock = mod2}));
+}
+
+TEST(X11ModifierMapTest, PrefersAKeyThatCanBePressedToOneThatIsThereForItsNameOnly) {
+    Keyboard keyboard = defaultKeyboard();
+    keyboard.modifiers[3] = {204, 205};
+    keyboard.modifiers[5] = {64, 133};
+    keyboard.modifiers[6] = {206, 207};
+
+    EXPECT_EQ(keyboard.decoded(), (X11ModifierMap{.alt = mod3, .super = mod3, .numLock = mod2}));
+}
+
+TEST(X11ModifierMapTest, HasAltAndSuperOnOneModifierWhereTheKeyboardHas) {
+    Keyboard keyboard = defaultKeyboard();
+    keyboard.modifiers[3] = {64, 133};
+    keyboard.modifiers[6] = {};
+
+    EXPECT_EQ(keyboard.decoded(), (X11ModifierMap{.alt = mod1, .super = mod1, .numLock = mod2}));
 }
 
 TEST(X11ModifierMapTest, HasNoSuperWhereNoKeySetsIt) {
@@ -176,6 +206,20 @@ TEST(X11LockCombinationsTest, AreTwoWithoutNumLock) {
     EXPECT_THAT(X11ModifierMap().lockCombinations(), ElementsAre(0U, 2U));
 }
 
+TEST(X11LockCombinationsTest, LookThroughEachOfTwoModifiersOfOneLock) {
+    const X11ModifierMap map{.numLock = mod2 | mod3};
+
+    EXPECT_THAT(map.lockCombinations(),
+                ElementsAre(0U, 2U, mod2, 2U | mod2, mod3, 2U | mod3, mod2 | mod3, 2U | mod2 | mod3));
+}
+
+TEST(X11LockCombinationsTest, DoNotLookThroughALockThatIsTheModifierOfAShortcut) {
+    const X11ModifierMap map{.alt = mod1, .super = mod4, .numLock = mod1 | mod2, .scrollLock = mod4};
+
+    EXPECT_EQ(map.locks(), 2 | mod2);
+    EXPECT_THAT(map.lockCombinations(), ElementsAre(0U, 2U, mod2, 2U | mod2));
+}
+
 TEST(X11LockCombinationsTest, HoldNoneTwiceWhenTwoLocksShareAModifier) {
     const X11ModifierMap map{.numLock = mod2, .scrollLock = mod2};
 
@@ -215,6 +259,15 @@ TEST(X11MaskTest, IsAbsentForAModifierThatTheKeyboardDoesNotHave) {
     EXPECT_EQ(withoutSuper.maskFor(commandBit), std::nullopt);
     EXPECT_EQ(withoutSuper.maskFor(commandBit | controlBit), std::nullopt);
     EXPECT_THAT(withoutSuper.maskFor(optionBit | controlBit), Optional(mod1 | 4U));
+}
+
+TEST(X11MaskTest, IsAbsentForTwoModifiersThatAreOneOnTheKeyboard) {
+    const X11ModifierMap altIsSuper{.alt = mod1, .super = mod1};
+
+    EXPECT_EQ(altIsSuper.maskFor(commandBit | optionBit), std::nullopt);
+    EXPECT_EQ(altIsSuper.maskFor(commandBit | optionBit | shiftBit), std::nullopt);
+    EXPECT_THAT(altIsSuper.maskFor(commandBit), Optional(mod1));
+    EXPECT_THAT(altIsSuper.maskFor(optionBit | controlBit), Optional(mod1 | 4U));
 }
 
 struct BrokenSizeRow {
