@@ -11,7 +11,7 @@ namespace velmorand {
 using OSStatus = std::int32_t;
 
 inline constexpr OSStatus noError = 0;
-/// No key or no modifier of the keyboard corresponds to the request.
+/// No key or no modifier of the keyboard corresponds to the request, or one modifier to two of it.
 inline constexpr OSStatus hotKeyParameterError = -50;
 /// The combination could not be asked for: no connection to the window system, or it refused.
 inline constexpr OSStatus hotKeyInternalError = -9868;
@@ -74,7 +74,9 @@ public:
     [[nodiscard]] virtual HotKeyRegistration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                             HotKeyID hotKeyID) = 0;
 
-    /// Gives a combination back (`UnregisterEventHotKey`). Fails with a status for an unknown reference.
+    /// Gives a combination back (`UnregisterEventHotKey`): no press of it is reported from now on, not even one that is
+    /// on its way. Other programs can have it at the end of the turn at the latest, unless it is registered again
+    /// before; then a press in between is reported under the new id. Fails with a status for an unknown reference.
     virtual OSStatus unregisterHotKey(HotKeyReference reference) = 0;
 
 protected:

@@ -48,7 +48,7 @@ private:
     LinuxPlatform(std::unique_ptr<X11Connection> connection, int& argumentCount, char** arguments)
         : connection_(std::move(connection)),
           application_(argumentCount, arguments, log_),
-          hotKeyService_(*connection_) {
+          hotKeyService_(*connection_, runLoop_) {
         silenceToolkitConnectionErrors();
         application_.endOnSignals(runLoop_);
         readable_ = runLoop_.watch(connection_->file(), [this] { handleConnection(); });

@@ -161,6 +161,46 @@ TEST_P(HotKeyServiceContract, ACombinationCanBeRegisteredAgainAfterItWasGivenBac
     EXPECT_THAT(waitForPresses(1), ElementsAre(2));
 }
 
+TEST_P(HotKeyServiceContract, APressBetweenGivingBackAndRegisteringAgainIsReportedUnderTheNewId) {
+    install();
+    HotKeyService& service = desktop->platform().hotKeyService();
+    const HotKeyRegistration first = service.registerHotKey(keyA, command, {signature, 1});
+    ASSERT_TRUE(first.reference.has_value());
+
+    ASSERT_EQ(service.unregisterHotKey(*first.reference), noError);
+    desktop->press(keyA, command);
+    registerKey(keyA, command, 2);
+
+    EXPECT_THAT(waitForPresses(1), ElementsAre(2));
+}
+
+TEST_P(HotKeyServiceContract, APressThatIsOnItsWayIsNotReportedAfterItsHotKeyWasGivenBack) {
+    install();
+    HotKeyService& service = desktop->platform().hotKeyService();
+    const HotKeyRegistration registration = service.registerHotKey(keyA, command, {signature, 1});
+    ASSERT_TRUE(registration.reference.has_value());
+
+    desktop->press(keyA, command);
+    ASSERT_EQ(service.unregisterHotKey(*registration.reference), noError);
+    waitForEverythingPressed();
+
+    EXPECT_THAT(pressed, IsEmpty());
+}
+
+TEST_P(HotKeyServiceContract, AnotherProgramCanTakeACombinationAfterTheTurnInWhichItWasGivenBack) {
+    VELMORAND_NEEDS(Ability::takeCombinations);
+    HotKeyService& service = desktop->platform().hotKeyService();
+    const HotKeyRegistration registration = service.registerHotKey(keyA, command, {signature, 1});
+    ASSERT_TRUE(registration.reference.has_value());
+
+    ASSERT_EQ(service.unregisterHotKey(*registration.reference), noError);
+    finishTurn();
+    desktop->takeCombination(keyA, command);
+
+    EXPECT_EQ(service.registerHotKey(keyA, command, {signature, 2}),
+              (HotKeyRegistration{hotKeyAlreadyTaken, std::nullopt}));
+}
+
 TEST_P(HotKeyServiceContract, GivingBackAnUnknownReferenceFails) {
     HotKeyService& service = desktop->platform().hotKeyService();
     const HotKeyRegistration registration = service.registerHotKey(keyA, command, {signature, 1});

@@ -6,21 +6,19 @@
 
 #include <algorithm>
 #include <chrono>
+#include <set>
 #include <utility>
 
 namespace velmorand {
 namespace {
 
 constexpr std::chrono::milliseconds requestTimeout{750};
+/// How long after the server did not answer it is asked for its keyboard again.
+constexpr std::chrono::seconds followAgainAfter{1};
 
-/// Of the input extension: every master keyboard, grabs by keycode, and the events of a grab.
-constexpr xcb_input_device_id_t allMasterDevices = XCB_INPUT_DEVICE_ALL_MASTER;
-constexpr std::uint32_t keyEvents = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
+/// Of the input extension, the version with which grabs by keycode came to all devices.
 constexpr std::uint16_t wantedMajor = 2;
 constexpr std::uint16_t wantedMinor = 2;
-
-/// The core protocol's code for a grab that another client holds.
-constexpr std::uint8_t badAccess = 10;
 
 Deadline requestDeadline() {
     return std::chrono::steady_clock::now() + requestTimeout;
@@ -38,20 +36,29 @@ private:
 
 }  // namespace
 
-X11HotKeyService::X11HotKeyService(X11Connection& connection) : connection_(connection) {
-    const auto* extension = xcb_get_extension_data(connection.raw(), &xcb_input_id);
-    if (extension == nullptr || extension->present == 0) return;
-    const auto version = connection.reply<xcb_input_xi_query_version_reply_t>(
-        xcb_input_xi_query_version(connection.raw(), wantedMajor, wantedMinor), requestDeadline());
-    hasInputExtension_ = version && (*version)->major_version >= wantedMajor;
-    inputOpcode_ = extension->major_opcode;
-    handler_ = connection.handle([this](const xcb_generic_event_t& event) { handle(event); });
-}
+X11HotKeyService::X11HotKeyService(X11Connection& connection, RunLoop& runLoop)
+    : connection_(connection),
+      runLoop_(runLoop),
+      grabs_(connection),
+      handler_(connection.handle([this](const xcb_generic_event_t& event) { handle(event); })) {}
 
 X11HotKeyService::~X11HotKeyService() = default;
 
+/// Asked for again until the server has answered once. Nothing of the extension may be used before.
+bool X11HotKeyService::reachInputExtension(Deadline deadline) {
+    if (connection_.isLost()) return false;
+    if (inputOpcode_) return true;
+    const auto* extension = connection_.extension(xcb_input_id, deadline);
+    if (extension == nullptr) return false;
+    const auto version = connection_.reply<xcb_input_xi_query_version_reply_t>(
+        xcb_input_xi_query_version(connection_.raw(), wantedMajor, wantedMinor), deadline);
+    if (!version || (*version)->major_version < wantedMajor) return false;
+    inputOpcode_ = extension->major_opcode;
+    return true;
+}
+
 std::expected<HotKeyHandlerReference, OSStatus> X11HotKeyService::installHandler(HotKeyHandler handler) {
-    if (!hasInputExtension_ || connection_.isLost()) return std::unexpected(hotKeyInternalError);
+    if (!reachInputExtension(requestDeadline())) return std::unexpected(hotKeyInternalError);
     const HotKeyHandlerReference reference{++lastReference_};
     handlers_.emplace(reference, std::move(handler));
     return reference;
@@ -59,6 +66,58 @@ std::expected<HotKeyHandlerReference, OSStatus> X11HotKeyService::installHandler
 
 void X11HotKeyService::removeHandler(HotKeyHandlerReference reference) {
     handlers_.erase(reference);
+}
+
+HotKeyRegistration X11HotKeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, HotKeyID hotKeyID) {
+    const Deadline deadline = requestDeadline();
+    if (!reachInputExtension(deadline) || !refreshKeyboard(deadline)) return {hotKeyInternalError, std::nullopt};
+    const auto combination = combinationFor(keyCode, modifiers);
+    if (!combination) return {hotKeyParameterError, std::nullopt};
+    if (registrationOf(*combination) != nullptr) return {hotKeyAlreadyTaken, std::nullopt};
+    if (const OSStatus status = grabs_.acquire(*combination, deadline); status != noError)
+        return {status, std::nullopt};
+    const HotKeyReference reference{++lastReference_};
+    registrations_.emplace(reference, Registration{keyCode, modifiers, hotKeyID, combination});
+    return {noError, reference};
+}
+
+OSStatus X11HotKeyService::unregisterHotKey(HotKeyReference reference) {
+    if (registrations_.erase(reference) == 0) return hotKeyParameterError;
+    postOnce(releasePosted_, &X11HotKeyService::keepOnlyRegistered);
+    return noError;
+}
+
+void X11HotKeyService::keepOnlyRegistered() {
+    std::set<X11KeyCombination> registered;
+    for (const auto& [reference, registration] : registrations_) {
+        if (registration.combination) registered.insert(*registration.combination);
+    }
+    grabs_.keepOnly(registered);
+    connection_.flush();
+}
+
+void X11HotKeyService::postOnce(bool& isPosted, void (X11HotKeyService::*task)()) {
+    if (std::exchange(isPosted, true)) return;
+    runLoop_.post([this, &isPosted, task, alive = std::weak_ptr(alive_)] {
+        if (alive.expired()) return;
+        isPosted = false;
+        (this->*task)();
+    });
+}
+
+std::optional<X11KeyCombination> X11HotKeyService::combinationFor(std::uint32_t keyCode,
+                                                                  std::uint32_t modifiers) const {
+    const auto keycode = xKeycodeFor(keyCode);
+    const auto mask = modifiers_ ? modifiers_->maskFor(modifiers) : std::nullopt;
+    if (!keycode || !mask) return std::nullopt;
+    return X11KeyCombination{*keycode, *mask};
+}
+
+/// Of two that a change of the keyboard has made equal, the older one.
+const X11HotKeyService::Registration* X11HotKeyService::registrationOf(const X11KeyCombination& combination) const {
+    const auto found = std::ranges::find_if(registrations_,
+                                            [&](const auto& entry) { return entry.second.combination == combination; });
+    return found == registrations_.end() ? nullptr : &found->second;
 }
 
 std::optional<X11ModifierMap> X11HotKeyService::readModifierMap(Deadline deadline) {
@@ -77,115 +136,56 @@ std::optional<X11ModifierMap> X11HotKeyService::readModifierMap(Deadline deadlin
                              (*keysyms)->keysyms_per_keycode, setup.min_keycode);
 }
 
-HotKeyRegistration X11HotKeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, HotKeyID hotKeyID) {
-    const Deadline deadline = requestDeadline();
-    if (!hasInputExtension_ || connection_.isLost()) return {hotKeyInternalError, std::nullopt};
-    if (!modifiers_) modifiers_ = readModifierMap(deadline);
-    if (!modifiers_) return {hotKeyInternalError, std::nullopt};
-    const auto combination = combinationFor(keyCode, modifiers);
-    if (!combination) return {hotKeyParameterError, std::nullopt};
-
-    const bool isOurs =
-        std::ranges::any_of(registrations_, [&](const auto& entry) { return entry.second.combination == combination; });
-    if (isOurs) return {hotKeyAlreadyTaken, std::nullopt};
-    Grab grab = grabFor(*combination);
-    if (const OSStatus status = probeCoreGrab(grab, deadline); status != noError) return {status, std::nullopt};
-    if (const OSStatus status = establish(grab, deadline); status != noError) return {status, std::nullopt};
-    const HotKeyReference reference{++lastReference_};
-    registrations_.emplace(reference, Registration{keyCode, modifiers, hotKeyID, combination, std::move(grab)});
-    return {noError, reference};
-}
-
-std::optional<X11HotKeyService::Combination> X11HotKeyService::combinationFor(std::uint32_t keyCode,
-                                                                              std::uint32_t modifiers) const {
-    const auto keycode = xKeycodeFor(keyCode);
-    const auto mask = modifiers_ ? modifiers_->maskFor(modifiers) : std::nullopt;
-    if (!keycode || !mask) return std::nullopt;
-    return Combination{*keycode, *mask};
-}
-
-X11HotKeyService::Grab X11HotKeyService::grabFor(const Combination& combination) const {
-    Grab grab{combination.keycode, {}};
-    if (modifiers_) grab.masks = modifiers_->lockCombinations();
-    for (std::uint32_t& withLocks : grab.masks) withLocks |= combination.mask;
-    return grab;
-}
-
 /// Keys are grabbed by their place, so another layout changes nothing; where the modifiers and locks went matters. The
 /// server tells of a change also when only another device takes its turn, so an equal map must cost nothing more.
-void X11HotKeyService::followKeyboard() {
-    const Deadline deadline = requestDeadline();
-    const auto current = readModifierMap(deadline);
-    if (!current || current == modifiers_) return;
-    for (const auto& [reference, registration] : registrations_) {
-        if (registration.combination) release(registration.grab);
-    }
-    modifiers_ = current;
-    for (auto& [reference, registration] : registrations_) {
+bool X11HotKeyService::refreshKeyboard(Deadline deadline) {
+    if (keyboardIsCurrent_) return true;
+    const auto now = readModifierMap(deadline);
+    if (!now) return false;
+    if (now != modifiers_ || !grabsAreComplete_) moveTo(*now, deadline);
+    keyboardIsCurrent_ = grabsAreComplete_;
+    return keyboardIsCurrent_;
+}
+
+void X11HotKeyService::moveTo(const X11ModifierMap& modifiers, Deadline deadline) {
+    modifiers_ = modifiers;
+    for (auto& [reference, registration] : registrations_)
         registration.combination = combinationFor(registration.keyCode, registration.modifiers);
+    keepOnlyRegistered();
+    grabs_.setLockCombinations(modifiers.lockCombinations());
+    grabsAreComplete_ = true;
+    for (const auto& [reference, registration] : registrations_) {
         if (!registration.combination) continue;
-        registration.grab = grabFor(*registration.combination);
-        if (establish(registration.grab, deadline) != noError) registration.combination.reset();
+        if (grabs_.acquire(*registration.combination, deadline) == hotKeyInternalError) grabsAreComplete_ = false;
     }
 }
 
-OSStatus X11HotKeyService::unregisterHotKey(HotKeyReference reference) {
-    const auto node = registrations_.extract(reference);
-    if (node.empty()) return hotKeyParameterError;
-    if (node.mapped().combination) release(node.mapped().grab);
-    connection_.flush();
-    return noError;
-}
-
-/// Asks for the combination by the older mechanism and gives it back: the two mechanisms do not see each other.
-OSStatus X11HotKeyService::probeCoreGrab(const Grab& grab, Deadline deadline) {
-    std::vector<xcb_void_cookie_t> requests;
-    for (const std::uint32_t mask : grab.masks) {
-        requests.push_back(xcb_grab_key_checked(connection_.raw(), 0, connection_.root(),
-                                                static_cast<std::uint16_t>(mask), grab.keycode, XCB_GRAB_MODE_ASYNC,
-                                                XCB_GRAB_MODE_ASYNC));
-    }
-    for (const std::uint32_t mask : grab.masks) {
-        xcb_ungrab_key(connection_.raw(), grab.keycode, connection_.root(), static_cast<std::uint16_t>(mask));
-    }
-    const auto errors = connection_.check(requests, deadline);
-    if (!errors) return hotKeyInternalError;
-    if (std::ranges::count(*errors, badAccess) > 0) return hotKeyAlreadyTaken;
-    const bool allFree = std::ranges::all_of(*errors, [](std::uint8_t error) { return error == 0; });
-    return allFree ? noError : hotKeyInternalError;
-}
-
-OSStatus X11HotKeyService::establish(const Grab& grab, Deadline deadline) {
-    const auto reply = connection_.reply<xcb_input_xi_passive_grab_device_reply_t>(
-        xcb_input_xi_passive_grab_device(
-            connection_.raw(), XCB_CURRENT_TIME, connection_.root(), XCB_CURSOR_NONE, grab.keycode, allMasterDevices,
-            static_cast<std::uint16_t>(grab.masks.size()), 1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC,
-            XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &keyEvents, grab.masks.data()),
-        deadline);
-    if (reply && xcb_input_xi_passive_grab_device_modifiers_length(reply->get()) == 0) return noError;
-    // The reply lists the modifiers that failed; the others are ours now and are given back.
-    release(grab);
-    return reply ? hotKeyAlreadyTaken : hotKeyInternalError;
-}
-
-void X11HotKeyService::release(const Grab& grab) {
-    xcb_input_xi_passive_ungrab_device(connection_.raw(), connection_.root(), grab.keycode, allMasterDevices,
-                                       static_cast<std::uint16_t>(grab.masks.size()), XCB_INPUT_GRAB_TYPE_KEYCODE,
-                                       grab.masks.data());
+void X11HotKeyService::followKeyboard() {
+    if (refreshKeyboard(requestDeadline()) || connection_.isLost()) return;
+    followAgain_ = runLoop_.after(followAgainAfter, [this] { followKeyboard(); });
 }
 
 void X11HotKeyService::handle(const xcb_generic_event_t& event) {
-    if (eventType(event) == XCB_MAPPING_NOTIFY && modifiers_) followKeyboard();
-    if (eventType(event) != XCB_GE_GENERIC || !modifiers_) return;
+    switch (eventType(event)) {
+        case XCB_MAPPING_NOTIFY:
+            if (reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request == XCB_MAPPING_POINTER) return;
+            keyboardIsCurrent_ = false;
+            // Not now: more of these follow as a rule, and the presses among them were made by the grabs as they are.
+            if (modifiers_) postOnce(followPosted_, &X11HotKeyService::followKeyboard);
+            return;
+        case XCB_GE_GENERIC: handlePress(event); return;
+        default: return;
+    }
+}
+
+void X11HotKeyService::handlePress(const xcb_generic_event_t& event) {
     const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-    if (generic.extension != inputOpcode_ || generic.event_type != XCB_INPUT_KEY_PRESS) return;
+    if (generic.extension != inputOpcode_ || generic.event_type != XCB_INPUT_KEY_PRESS || !modifiers_) return;
     const auto& press = reinterpret_cast<const xcb_input_key_press_event_t&>(event);
     if ((press.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT) != 0) return;
-
-    const Combination pressed{static_cast<std::uint8_t>(press.detail), press.mods.effective & ~modifiers_->locks()};
-    const auto found =
-        std::ranges::find_if(registrations_, [&](const auto& entry) { return entry.second.combination == pressed; });
-    if (found != registrations_.end()) deliver(found->second.hotKeyID);
+    const auto* registration =
+        registrationOf({static_cast<std::uint8_t>(press.detail), press.mods.effective & ~modifiers_->locks()});
+    if (registration != nullptr) deliver(registration->hotKeyID);
 }
 
 void X11HotKeyService::deliver(HotKeyID hotKeyID) {

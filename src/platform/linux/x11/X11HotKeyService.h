@@ -2,22 +2,24 @@
 
 #include "base/Subscription.h"
 #include "platform/HotKeyService.h"
+#include "platform/RunLoop.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11KeyGrabs.h"
 #include "platform/linux/x11/X11ModifierMap.h"
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
-#include <vector>
 
 namespace velmorand {
 
-/// Hot keys as passive grabs of the X server's input extension (XI2), one for each combination with the locks. These
-/// grabs tell auto-repeat from presses and see the grabs of other clients of their kind, but not core grabs; so a
-/// core grab is tried too before a combination counts as free.
+/// Hot keys as grabs on the root window. A combination that is given back stays grabbed until the end of the turn: when
+/// all are given back and registered again, no press is missed and the server hears nothing of it.
 class X11HotKeyService final : public HotKeyService {
 public:
-    explicit X11HotKeyService(X11Connection& connection);
+    /// Both must outlive the service.
+    X11HotKeyService(X11Connection& connection, RunLoop& runLoop);
     ~X11HotKeyService() override;
 
     [[nodiscard]] std::expected<HotKeyHandlerReference, OSStatus> installHandler(HotKeyHandler handler) override;
@@ -27,45 +29,42 @@ public:
     OSStatus unregisterHotKey(HotKeyReference reference) override;
 
 private:
-    /// A key with its X modifiers, without the locks.
-    struct Combination {
-        std::uint8_t keycode = 0;
-        std::uint32_t mask = 0;
-
-        bool operator==(const Combination&) const = default;
-    };
-    /// What is grabbed for a combination: the key with each of these masks, which differ in the locks.
-    struct Grab {
-        std::uint8_t keycode = 0;
-        std::vector<std::uint32_t> masks;
-    };
     /// What was asked for, and what stands for it on the keyboard as it is now.
     struct Registration {
         std::uint32_t keyCode = 0;
         std::uint32_t modifiers = 0;
         HotKeyID hotKeyID;
-        std::optional<Combination> combination;  ///< absent while the keyboard has no such key or modifier
-        Grab grab;
+        std::optional<X11KeyCombination> combination;  ///< absent while the keyboard has no such key or modifiers
     };
 
+    [[nodiscard]] bool reachInputExtension(Deadline deadline);
     [[nodiscard]] std::optional<X11ModifierMap> readModifierMap(Deadline deadline);
-    [[nodiscard]] OSStatus probeCoreGrab(const Grab& grab, Deadline deadline);
-    [[nodiscard]] OSStatus establish(const Grab& grab, Deadline deadline);
-    void release(const Grab& grab);
-    [[nodiscard]] std::optional<Combination> combinationFor(std::uint32_t keyCode, std::uint32_t modifiers) const;
-    [[nodiscard]] Grab grabFor(const Combination& combination) const;
+    [[nodiscard]] bool refreshKeyboard(Deadline deadline);
+    void moveTo(const X11ModifierMap& modifiers, Deadline deadline);
     void followKeyboard();
+    [[nodiscard]] std::optional<X11KeyCombination> combinationFor(std::uint32_t keyCode, std::uint32_t modifiers) const;
+    [[nodiscard]] const Registration* registrationOf(const X11KeyCombination& combination) const;
+    void keepOnlyRegistered();
+    void postOnce(bool& isPosted, void (X11HotKeyService::*task)());
     void handle(const xcb_generic_event_t& event);
+    void handlePress(const xcb_generic_event_t& event);
     void deliver(HotKeyID hotKeyID);
 
     X11Connection& connection_;
-    bool hasInputExtension_ = false;
-    std::uint8_t inputOpcode_ = 0;
+    RunLoop& runLoop_;
+    X11KeyGrabs grabs_;
+    std::optional<std::uint8_t> inputOpcode_;  // once the server has said that it has the extension
     std::optional<X11ModifierMap> modifiers_;
+    bool keyboardIsCurrent_ = false;
+    bool grabsAreComplete_ = true;  // false when the server did not answer to one
     std::map<HotKeyHandlerReference, HotKeyHandler> handlers_;
     std::map<HotKeyReference, Registration> registrations_;
     std::uint64_t lastReference_ = 0;
+    bool releasePosted_ = false;
+    bool followPosted_ = false;
+    RunLoop::Timer followAgain_;
     Subscription handler_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace velmorand
