@@ -66,13 +66,17 @@ enum class Key : std::uint8_t {
     f9 = 75,
     f10 = 76,
     numLock = 77,
+    scrollLock = 78,
     f11 = 95,
     f12 = 96,
+    rightAlt = 108,
     up = 111,
     left = 113,
     right = 114,
     down = 116,
     leftSuper = 133,
+    rightSuper = 134,
+    menu = 135,
 };
 
 /// A key that stays down, and repeats, until this object dies.
@@ -110,12 +114,13 @@ public:
     /// Presses the lock key if the server's state is not yet the wanted one; fails when it does not become so.
     std::expected<void, HarnessError> setNumLock(bool isOn) { return setLock(Key::numLock, XCB_MOD_MASK_2, isOn); }
     std::expected<void, HarnessError> setCapsLock(bool isOn) { return setLock(Key::capsLock, XCB_MOD_MASK_LOCK, isOn); }
+    /// The same for the lock key that sets the modifier \p mask.
+    std::expected<void, HarnessError> setLock(Key key, std::uint16_t mask, bool isOn);
     /// The modifiers and locks that the server holds active at the moment.
     [[nodiscard]] std::uint16_t activeModifiers();
 
 private:
     explicit TestKeyboard(XObserver& observer) : observer_(observer) {}
-    std::expected<void, HarnessError> setLock(Key key, std::uint16_t mask, bool isOn);
 
     XObserver& observer_;
 };
