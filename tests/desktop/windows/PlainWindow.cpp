@@ -1,5 +1,5 @@
-// A window of a program without a toolkit, to be arranged: what a client can be with nothing but the X protocol.
-// On SIGUSR1 it opens another window, with " 2" and so on behind its title.
+// A window of a program without a toolkit, to be arranged, or a panel that others are arranged beside: what a client can
+// be with nothing but the X protocol. On SIGUSR1 it opens another window, with " 2" and so on behind its title.
 
 #include <poll.h>
 #include <sys/signalfd.h>
@@ -13,9 +13,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -30,6 +32,13 @@ struct Options {
     bool isFixed = false;
     bool hasStaticGravity = false;
     bool isDialog = false;
+    bool isDock = false;
+    /// Where in the root window; absent to leave it to the window manager.
+    std::optional<std::array<std::int16_t, 2>> position;
+    /// _NET_WM_STRUT_PARTIAL, _NET_WM_STRUT and _NET_WM_DESKTOP; empty for none.
+    std::vector<std::uint32_t> partialStrut;
+    std::vector<std::uint32_t> strut;
+    std::vector<std::uint32_t> desktop;
 };
 
 /// "400x300".
@@ -39,6 +48,37 @@ void parseSize(std::string_view text, Number& width, Number& height) {
     if (times == std::string_view::npos) return;
     std::from_chars(text.data(), text.data() + times, width);
     std::from_chars(text.data() + times + 1, text.data() + text.size(), height);
+}
+
+/// "0,0,32,0".
+std::vector<std::uint32_t> parseNumbers(std::string_view text) {
+    std::vector<std::uint32_t> numbers;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (std::uint32_t number = 0; at < end; ++at) {
+        const auto parsed = std::from_chars(at, end, number);
+        if (parsed.ec != std::errc()) break;
+        numbers.push_back(number);
+        at = parsed.ptr;
+    }
+    return numbers;
+}
+
+/// What makes a panel of the window; whether \p name is one of these options.
+bool parsePanelOption(std::string_view name, std::string_view value, Options& options) {
+    const auto numbers = parseNumbers(value);
+    if (name == "--position" && numbers.size() == 2) {
+        options.position = {static_cast<std::int16_t>(numbers[0]), static_cast<std::int16_t>(numbers[1])};
+    } else if (name == "--partial-strut") {
+        options.partialStrut = numbers;
+    } else if (name == "--strut") {
+        options.strut = numbers;
+    } else if (name == "--desktop") {
+        options.desktop = numbers;
+    } else {
+        return false;
+    }
+    return true;
 }
 
 Options parse(std::span<char*> arguments) {
@@ -52,6 +92,10 @@ Options parse(std::span<char*> arguments) {
             options.hasStaticGravity = true;
         } else if (name == "--dialog") {
             options.isDialog = true;
+        } else if (name == "--dock") {
+            options.isDock = true;
+        } else if (parsePanelOption(name, value, options)) {
+            ++i;
         } else if (name == "--title") {
             options.title = value;
             ++i;
@@ -81,7 +125,8 @@ public:
     void open() {
         const xcb_window_t window = xcb_generate_id(connection_);
         const std::array<std::uint32_t, 2> values{0x7a9cc0, XCB_EVENT_MASK_STRUCTURE_NOTIFY};
-        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, options_.width,
+        const auto [x, y] = options_.position.value_or(std::array<std::int16_t, 2>{});
+        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, x, y, options_.width,
                           options_.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                           XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values.data());
         ++opened_;
@@ -93,11 +138,11 @@ public:
         }
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, protocols_, XCB_ATOM_ATOM, 32, 1,
                             &deleteWindow_);
-        if (options_.isDialog) {
-            const xcb_atom_t dialog = atom("_NET_WM_WINDOW_TYPE_DIALOG");
-            xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM,
-                                32, 1, &dialog);
-        }
+        if (options_.isDialog) setType(window, "_NET_WM_WINDOW_TYPE_DIALOG");
+        if (options_.isDock) setType(window, "_NET_WM_WINDOW_TYPE_DOCK");
+        setNumbers(window, "_NET_WM_STRUT_PARTIAL", options_.partialStrut);
+        setNumbers(window, "_NET_WM_STRUT", options_.strut);
+        setNumbers(window, "_NET_WM_DESKTOP", options_.desktop);
         setSizeHints(window);
         xcb_map_window(connection_, window);
         xcb_flush(connection_);
@@ -134,12 +179,26 @@ private:
                             static_cast<std::uint32_t>(text.size()), text.data());
     }
 
+    void setType(xcb_window_t window, std::string_view name) {
+        const xcb_atom_t type = atom(name);
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32,
+                            1, &type);
+    }
+
+    void setNumbers(xcb_window_t window, std::string_view property, const std::vector<std::uint32_t>& numbers) {
+        if (numbers.empty()) return;
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(property), XCB_ATOM_CARDINAL, 32,
+                            static_cast<std::uint32_t>(numbers.size()), numbers.data());
+    }
+
     /// WM_NORMAL_HINTS of the inter-client conventions, as words.
     void setSizeHints(xcb_window_t window) {
+        constexpr std::uint32_t hasPosition = 1U << 0U;
         constexpr std::uint32_t hasMinimum = 1U << 4U;
         constexpr std::uint32_t hasMaximum = 1U << 5U;
         constexpr std::uint32_t hasGravity = 1U << 9U;
         std::array<std::uint32_t, 18> hints{};
+        if (options_.position) hints[0] |= hasPosition;
         if (options_.minimumWidth > 0) {
             hints[0] |= hasMinimum;
             hints[5] = options_.minimumWidth;

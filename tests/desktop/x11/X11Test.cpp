@@ -65,8 +65,12 @@ void X11Test::startPlainManager(const std::vector<std::string>& options) {
     runPosted();
 }
 
-xcb_window_t X11Test::openWindow(const std::vector<std::string>& command, std::string_view title) {
+void X11Test::startClient(const std::vector<std::string>& command) {
     clients_.push_back(require(desktop_->start(command)));
+}
+
+xcb_window_t X11Test::openWindow(const std::vector<std::string>& command, std::string_view title) {
+    startClient(command);
     const xcb_window_t window = require(observer().findWindow(title));
     require(pager().activate(window));
     runPosted();

@@ -34,6 +34,8 @@ protected:
     void connect(const std::string& displayName);
     void connect() { connect(desktop().displayName()); }
 
+    /// Starts a program on the desktop that ends with the test.
+    void startClient(const std::vector<std::string>& command);
     /// Starts a client and waits until its window is on screen and active.
     [[nodiscard]] xcb_window_t openWindow(const std::vector<std::string>& command, std::string_view title);
     /// The same with a window of a program without a toolkit.
