@@ -24,9 +24,7 @@ X11Monitors::X11Monitors(X11Connection& connection, const X11Atoms& atoms)
     listener_ = connection.listen([this](const xcb_generic_event_t& event) {
         if (eventType(event) == XCB_CONFIGURE_NOTIFY) {
             const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-            if (change.window != connection_.root()) return;
-            rootSize_ = {static_cast<double>(change.width), static_cast<double>(change.height)};
-            monitorsAreCurrent_ = false;
+            if (change.window == connection_.root()) monitorsAreCurrent_ = false;
         } else if (randrEvents_ != 0 && (eventType(event) == randrEvents_ + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
                                          eventType(event) == randrEvents_ + XCB_RANDR_NOTIFY)) {
             monitorsAreCurrent_ = false;
@@ -86,6 +84,10 @@ void X11Monitors::readMonitors(Deadline deadline) {
 }
 
 std::expected<std::vector<X11Monitor>, X11Failure> X11Monitors::askServer(Deadline deadline) {
+    const auto root =
+        connection_.reply<xcb_get_geometry_reply_t>(xcb_get_geometry(connection_.raw(), connection_.root()), deadline);
+    if (!root) return std::unexpected(root.error());
+    rootSize_ = {static_cast<double>((*root)->width), static_cast<double>((*root)->height)};
     std::vector<X11Monitor> monitors;
     if (randrEvents_ == 0) return monitors;
     const auto reply = connection_.reply<xcb_randr_get_monitors_reply_t>(
