@@ -1,17 +1,14 @@
 #include "platform/linux/x11/X11Monitors.h"
 
-#include "platform/linux/x11/X11Desktops.h"
-#include "platform/linux/x11/X11PropertyReader.h"
-
 #include <xcb/randr.h>
 
-#include <algorithm>
-#include <array>
+#include <utility>
 
 namespace velmorand {
+
 X11Monitors::X11Monitors(X11Connection& connection, const X11Atoms& atoms)
     : connection_(connection),
-      atoms_(atoms),
+      panels_(connection, atoms),
       rootSize_{static_cast<double>(connection.screen().width_in_pixels),
                 static_cast<double>(connection.screen().height_in_pixels)} {
     const Deadline deadline = std::chrono::steady_clock::now() + X11Connection::startTimeout;
@@ -34,23 +31,18 @@ X11Monitors::X11Monitors(X11Connection& connection, const X11Atoms& atoms)
 
 bool X11Monitors::concerns(const xcb_generic_event_t& event) const {
     const std::uint8_t type = eventType(event);
-    if (type == XCB_CONFIGURE_NOTIFY)
-        return reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection_.root();
+    if (type == XCB_CONFIGURE_NOTIFY &&
+        reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection_.root())
+        return true;
     if (randrEvents_ != 0 &&
         (type == randrEvents_ + XCB_RANDR_SCREEN_CHANGE_NOTIFY || type == randrEvents_ + XCB_RANDR_NOTIFY))
         return true;
-    if (type != XCB_PROPERTY_NOTIFY) return false;
-    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    const std::array interesting{atoms_[X11AtomName::netWMStrut], atoms_[X11AtomName::netWMStrutPartial]};
-    const std::array onRoot{atoms_[X11AtomName::netClientList], atoms_[X11AtomName::netWorkArea],
-                            atoms_[X11AtomName::netCurrentDesktop]};
-    return std::ranges::count(interesting, change.atom) > 0 ||
-           (change.window == connection_.root() && std::ranges::count(onRoot, change.atom) > 0);
+    return panels_.concerns(event);
 }
 
 std::vector<DisplayDescription> X11Monitors::displays(Deadline deadline) {
     readMonitors(deadline);
-    const std::vector<X11Strut> reserved = struts(deadline);
+    const std::vector<X11Strut>& reserved = panels_.struts(rootSize_, deadline);
     std::vector<DisplayDescription> displays;
     if (monitors_.empty()) return displays;
     const Rect primary = monitors_.front().frame;
@@ -96,8 +88,10 @@ std::expected<std::vector<X11Monitor>, X11Failure> X11Monitors::askServer(Deadli
     for (auto each = xcb_randr_get_monitors_monitors_iterator(reply->get()); each.rem > 0;
          xcb_randr_monitor_info_next(&each)) {
         const xcb_randr_monitor_info_t& info = *each.data;
+        auto name = nameOf(info.name, deadline);
+        if (!name) return std::unexpected(name.error());
         monitors.push_back({info.name,
-                            nameOf(info.name, deadline),
+                            std::move(*name),
                             {static_cast<double>(info.x), static_cast<double>(info.y), static_cast<double>(info.width),
                              static_cast<double>(info.height)},
                             info.primary != 0});
@@ -105,75 +99,13 @@ std::expected<std::vector<X11Monitor>, X11Failure> X11Monitors::askServer(Deadli
     return monitors;
 }
 
-std::string X11Monitors::nameOf(xcb_atom_t atom, Deadline deadline) {
+std::expected<std::string, X11Failure> X11Monitors::nameOf(xcb_atom_t atom, Deadline deadline) {
     if (const auto known = names_.find(atom); known != names_.end()) return known->second;
     const auto reply =
         connection_.reply<xcb_get_atom_name_reply_t>(xcb_get_atom_name(connection_.raw(), atom), deadline);
-    if (!reply) return {};
+    if (!reply) return std::unexpected(reply.error());
     const auto length = static_cast<std::size_t>(xcb_get_atom_name_name_length(reply->get()));
     return names_.emplace(atom, std::string(xcb_get_atom_name_name(reply->get()), length)).first->second;
-}
-
-/// Some window managers keep panels out of their list; those panels are children of the root window.
-std::vector<xcb_window_t> X11Monitors::windowsThatMayBePanels(Deadline deadline) {
-    const auto children = xcb_query_tree(connection_.raw(), connection_.root());
-    std::vector<xcb_window_t> windows =
-        decodeWindowList(readPropertyNow(connection_, connection_.root(), atoms_[X11AtomName::netClientList],
-                                         x11_property_limit::windows, deadline),
-                         XCB_ATOM_WINDOW);
-    if (const auto tree = connection_.reply<xcb_query_tree_reply_t>(children, deadline)) {
-        const xcb_window_t* first = xcb_query_tree_children(tree->get());
-        windows.insert(windows.end(), first, first + xcb_query_tree_children_length(tree->get()));
-    }
-    std::ranges::sort(windows);
-    const auto repeated = std::ranges::unique(windows);
-    windows.erase(repeated.begin(), repeated.end());
-    return windows;
-}
-
-std::vector<X11Strut> X11Monitors::struts(Deadline deadline) {
-    struct Candidate {
-        X11PropertyRequest partial;
-        X11PropertyRequest whole;
-        X11PropertyRequest desktop;
-        xcb_get_window_attributes_cookie_t attributes;
-        xcb_get_geometry_cookie_t geometry;
-        xcb_translate_coordinates_cookie_t position;
-    };
-    const auto numbers = [this](xcb_window_t window, X11AtomName property) {
-        return requestProperty(connection_, window, atoms_[property], x11_property_limit::numbers);
-    };
-    std::vector<Candidate> candidates;
-    for (const xcb_window_t window : windowsThatMayBePanels(deadline)) {
-        candidates.push_back({numbers(window, X11AtomName::netWMStrutPartial), numbers(window, X11AtomName::netWMStrut),
-                              numbers(window, X11AtomName::netWMDesktop),
-                              xcb_get_window_attributes(connection_.raw(), window),
-                              xcb_get_geometry(connection_.raw(), window),
-                              xcb_translate_coordinates(connection_.raw(), window, connection_.root(), 0, 0)});
-    }
-    const auto currentDesktop =
-        decodeFirstItem(readPropertyNow(connection_, connection_.root(), atoms_[X11AtomName::netCurrentDesktop],
-                                        x11_property_limit::numbers, deadline),
-                        XCB_ATOM_CARDINAL);
-
-    std::vector<X11Strut> struts;
-    for (const Candidate& candidate : candidates) {
-        const auto partial = readProperty(connection_, candidate.partial, deadline);
-        const auto whole = readProperty(connection_, candidate.whole, deadline);
-        const auto desktopProperty = readProperty(connection_, candidate.desktop, deadline);
-        const auto attributes = connection_.reply<xcb_get_window_attributes_reply_t>(candidate.attributes, deadline);
-        const auto geometry = connection_.reply<xcb_get_geometry_reply_t>(candidate.geometry, deadline);
-        const auto position = connection_.reply<xcb_translate_coordinates_reply_t>(candidate.position, deadline);
-        if (!partial || !whole || !desktopProperty || !attributes || !geometry || !position) continue;
-        if ((*attributes)->map_state != XCB_MAP_STATE_VIEWABLE) continue;
-        const auto desktop = decodeFirstItem(*desktopProperty, XCB_ATOM_CARDINAL);
-        if (!isOnDesktop(desktop, currentDesktop)) continue;
-        const Rect panel{static_cast<double>((*position)->dst_x), static_cast<double>((*position)->dst_y),
-                         static_cast<double>((*geometry)->width), static_cast<double>((*geometry)->height)};
-        const auto bands = decodeStruts(*partial, *whole, XCB_ATOM_CARDINAL, rootSize_, panel);
-        struts.insert(struts.end(), bands.begin(), bands.end());
-    }
-    return struts;
 }
 
 }  // namespace velmorand

@@ -4,6 +4,7 @@
 #include "platform/Displays.h"
 #include "platform/linux/x11/X11Atoms.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Panels.h"
 #include "platform/linux/x11/X11WorkAreas.h"
 
 #include <expected>
@@ -21,7 +22,7 @@ public:
     X11Monitors& operator=(const X11Monitors&) = delete;
     ~X11Monitors() = default;
 
-    /// The displays in the window server's coordinates, read afresh.
+    /// The displays in the window server's coordinates, read afresh; while the server does not answer, as they were.
     [[nodiscard]] std::vector<DisplayDescription> displays(Deadline deadline);
 
     /// Where the accessibility space begins: the top-left corner of the primary monitor, in root coordinates.
@@ -33,12 +34,10 @@ public:
 private:
     void readMonitors(Deadline deadline);
     [[nodiscard]] std::expected<std::vector<X11Monitor>, X11Failure> askServer(Deadline deadline);
-    [[nodiscard]] std::string nameOf(xcb_atom_t atom, Deadline deadline);
-    [[nodiscard]] std::vector<X11Strut> struts(Deadline deadline);
-    [[nodiscard]] std::vector<xcb_window_t> windowsThatMayBePanels(Deadline deadline);
+    [[nodiscard]] std::expected<std::string, X11Failure> nameOf(xcb_atom_t atom, Deadline deadline);
 
     X11Connection& connection_;
-    const X11Atoms& atoms_;
+    X11Panels panels_;
     std::uint8_t randrEvents_ = 0;
     Size rootSize_;
     std::vector<X11Monitor> monitors_;
