@@ -1,12 +1,10 @@
 #include "desktop/demo/DemoDesktop.h"
 
+#include "desktop/demo/ProgramStart.h"
 #include "desktop/harness/TestWindows.h"
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
-#include <set>
 #include <utility>
 
 namespace velmorand::desktop {
@@ -40,17 +38,6 @@ std::vector<std::string> commandOf(const Opening& opening) {
     std::unreachable();
 }
 
-/// How many different shortcuts the log tells of.
-std::size_t registeredShortcuts(std::string_view log) {
-    constexpr std::string_view announcement = "Registered shortcut ";
-    std::set<std::string_view> names;
-    for (auto at = log.find(announcement); at != std::string_view::npos; at = log.find(announcement, at + 1)) {
-        const auto line = log.substr(at, log.find('\n', at) - at);
-        names.insert(line);
-    }
-    return names.size();
-}
-
 }  // namespace
 
 std::expected<std::unique_ptr<DemoDesktop>, HarnessError> DemoDesktop::open(const std::filesystem::path& program,
@@ -66,7 +53,9 @@ std::expected<std::unique_ptr<DemoDesktop>, HarnessError> DemoDesktop::open(cons
     std::unique_ptr<DemoDesktop> demo(new DemoDesktop(std::move(*desktop), *keyboard));
     if (auto done = demo->openWindows(); !done) return std::unexpected(done.error());
     if (auto done = demo->checkShadow(); !done) return std::unexpected(done.error());
-    if (auto done = demo->startProgram(program, shortcuts); !done) return std::unexpected(done.error());
+    auto started = startProgram(demo->test(), program, shortcuts);
+    if (!started) return std::unexpected(HarnessError{started.error().message + demo->logTails()});
+    demo->program_ = std::move(*started);
     return demo;
 }
 
@@ -112,19 +101,6 @@ std::expected<void, HarnessError> DemoDesktop::checkShadow() {
     const auto shadow = observer().clientShadow(idOf(DemoWindow::clientSide));
     if (shadow && *shadow != Extents{}) return {};
     return std::unexpected(HarnessError{"the client-side window has no _GTK_FRAME_EXTENTS\n" + logTails()});
-}
-
-std::expected<void, HarnessError> DemoDesktop::startProgram(const std::filesystem::path& program,
-                                                            std::size_t shortcuts) {
-    auto process = desktop_->start({program.string()});
-    if (!process) return std::unexpected(process.error());
-    program_ = std::move(*process);
-    observer().waitUntil([&] { return !program_->isRunning() || registeredShortcuts(program_->log()) >= shortcuts; });
-    const auto registered = registeredShortcuts(program_->log());
-    if (program_->isRunning() && registered >= shortcuts) return {};
-    return std::unexpected(
-        HarnessError{fmt::format("the program {} with {} of {} shortcuts registered\n{}",
-                                 program_->isRunning() ? "runs" : "has ended", registered, shortcuts, logTails())});
 }
 
 std::string DemoDesktop::logTails() const {

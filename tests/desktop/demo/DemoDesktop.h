@@ -45,8 +45,6 @@ private:
 
     [[nodiscard]] std::expected<void, HarnessError> openWindows();
     [[nodiscard]] std::expected<void, HarnessError> checkShadow();
-    [[nodiscard]] std::expected<void, HarnessError> startProgram(const std::filesystem::path& program,
-                                                                 std::size_t shortcuts);
 
     std::unique_ptr<TestDesktop> desktop_;
     Pager pager_;

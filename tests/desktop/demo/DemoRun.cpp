@@ -1,5 +1,7 @@
 #include "desktop/demo/DemoRun.h"
 
+#include "desktop/demo/DemoJudgement.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -12,7 +14,6 @@ namespace {
 constexpr std::chrono::seconds landingTime{4};
 /// The program looks at a window once more after it has moved it; the next step must not move it away under that look.
 constexpr std::chrono::milliseconds calm{150};
-constexpr std::string_view notLandedReport = "The window did not move to the requested position.";
 
 }  // namespace
 
@@ -58,15 +59,9 @@ std::expected<void, HarnessError> DemoRun::prepare(const DemoStep& step) {
     return desktop_.pager().activate(window);
 }
 
-/// Exactly at its place, and short of its size by less than one step.
 bool DemoRun::isRounded(const DemoRow& row, const PixelRect& frame) {
     const auto steps = desktop_.observer().sizeSteps(desktop_.idOf(row.step.window));
-    if (!steps || framesAgree(frame, row.wanted, frameTolerance)) return false;
-    const int missingWidth = row.wanted.width - frame.width;
-    const int missingHeight = row.wanted.height - frame.height;
-    const PixelRect samePlace{frame.x, frame.y, row.wanted.width, row.wanted.height};
-    return framesAgree(samePlace, row.wanted, frameTolerance) && missingWidth >= 0 && missingWidth < steps->width &&
-           missingHeight >= 0 && missingHeight < steps->height;
+    return steps && isRoundedToSteps(row.wanted, frame, *steps);
 }
 
 void DemoRun::judge(DemoRow& row, std::uintmax_t logStart) {

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "desktop/harness/TestDesktop.h"
+
+namespace velmorand::desktop {
+
+/// Starts \p program on the desktop and returns when it has registered \p shortcuts shortcuts. Fails with its log when it
+/// ends or does not register them.
+[[nodiscard]] std::expected<ChildProcess, HarnessError> startProgram(TestDesktop& desktop,
+                                                                     const std::filesystem::path& program,
+                                                                     std::size_t shortcuts);
+
+}  // namespace velmorand::desktop
