@@ -76,6 +76,14 @@ Pager::Outcome Pager::close(xcb_window_t window, std::chrono::milliseconds timeo
 
 std::expected<PixelRect, HarnessError> Pager::place(xcb_window_t window, const PixelRect& visibleFrame, int tolerance,
                                                     std::chrono::milliseconds timeout) {
+    requestFrame(window, visibleFrame);
+    const auto frame = observer_.waitForSettledFrame(window, visibleFrame, tolerance, timeout);
+    if (frame && framesAgree(*frame, visibleFrame, tolerance)) return *frame;
+    return std::unexpected(
+        HarnessError{fmt::format("window {:#x} is at {} instead of {}", window, text(frame), visibleFrame.text())});
+}
+
+void Pager::requestFrame(xcb_window_t window, const PixelRect& visibleFrame) {
     const auto outside = observer_.frameExtents(window).value_or(Extents{});
     const auto inside = observer_.clientShadow(window).value_or(Extents{});
     const Extents added{outside.left - inside.left, outside.right - inside.right, outside.top - inside.top,
@@ -88,10 +96,6 @@ std::expected<PixelRect, HarnessError> Pager::place(xcb_window_t window, const P
     } else {
         configure(window, client, outside);
     }
-    const auto frame = observer_.waitForSettledFrame(window, visibleFrame, tolerance, timeout);
-    if (frame && framesAgree(*frame, visibleFrame, tolerance)) return *frame;
-    return std::unexpected(
-        HarnessError{fmt::format("window {:#x} is at {} instead of {}", window, text(frame), visibleFrame.text())});
 }
 
 void Pager::requestClientRect(xcb_window_t window, const PixelRect& client) {

@@ -28,6 +28,8 @@ public:
     /// \p tolerance pixels, and keeps it. Returns the frame that it then has.
     std::expected<PixelRect, HarnessError> place(xcb_window_t window, const PixelRect& visibleFrame, int tolerance = 2,
                                                  std::chrono::milliseconds timeout = patience);
+    /// Asks for that frame and does not wait for it.
+    void requestFrame(xcb_window_t window, const PixelRect& visibleFrame);
 
 private:
     enum class Change : std::uint32_t { remove = 0, add = 1 };

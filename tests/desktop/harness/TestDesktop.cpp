@@ -27,7 +27,8 @@ std::vector<PixelRect> rectsOf(const std::vector<Monitor>& monitors) {
 
 /// Programs made with GDK know only displays that are outputs, and so do some window managers of other make.
 OutputKind outputsFor(const DesktopOptions& options) {
-    const bool needsOutputs = needsOutputsForDisplays(options.windowManager.kind) || options.panel;
+    const bool needsOutputs =
+        options.hasOutputs || needsOutputsForDisplays(options.windowManager.kind) || options.panel;
     return needsOutputs && options.monitors.size() > 1 ? OutputKind::several : OutputKind::single;
 }
 

@@ -23,6 +23,8 @@ struct DesktopOptions {
     WindowManagerOptions windowManager = {};
     /// In root coordinates; the root window is the rectangle from the origin that contains them all.
     std::vector<Monitor> monitors{{"main", {0, 0, 1280, 800}, true}};
+    /// Whether each display is an output of the X server, as on a real machine, even where a name would do.
+    bool hasOutputs = false;
     /// A panel across the primary display. It needs a window manager.
     std::optional<PanelOptions> panel = {};
 };

@@ -151,6 +151,23 @@ std::optional<SizeSteps> XObserver::sizeSteps(xcb_window_t window) {
     return SizeSteps{static_cast<int>(hints[9]), static_cast<int>(hints[10])};
 }
 
+SizeLimits XObserver::sizeLimits(xcb_window_t window) {
+    constexpr std::uint32_t hasMinimum = 1U << 4U;
+    constexpr std::uint32_t hasMaximum = 1U << 5U;
+    SizeLimits limits;
+    const auto hints = connection_.numbers(window, "WM_NORMAL_HINTS");
+    if (hints.size() < 9) return limits;
+    if ((hints[0] & hasMinimum) != 0) {
+        limits.minimumWidth = static_cast<int>(hints[5]);
+        limits.minimumHeight = static_cast<int>(hints[6]);
+    }
+    if ((hints[0] & hasMaximum) != 0) {
+        limits.maximumWidth = static_cast<int>(hints[7]);
+        limits.maximumHeight = static_cast<int>(hints[8]);
+    }
+    return limits;
+}
+
 std::uint32_t XObserver::gravity(xcb_window_t window) {
     constexpr std::uint32_t hasGravity = 1U << 9U;
     const auto hints = connection_.numbers(window, "WM_NORMAL_HINTS");

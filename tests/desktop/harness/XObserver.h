@@ -27,6 +27,19 @@ struct SizeSteps {
     int height = 1;
 };
 
+/// Between which sizes a client wants to be, in pixels; 0 for no limit.
+struct SizeLimits {
+    int minimumWidth = 0;
+    int minimumHeight = 0;
+    int maximumWidth = 0;
+    int maximumHeight = 0;
+
+    /// Whether it has one size only.
+    [[nodiscard]] bool isFixed() const {
+        return minimumWidth > 0 && minimumWidth == maximumWidth && minimumHeight == maximumHeight;
+    }
+};
+
 /// What the window manager says of a window's state.
 struct WindowStates {
     bool maximizedHorizontally = false;
@@ -70,6 +83,8 @@ public:
     [[nodiscard]] bool isViewable(xcb_window_t window);
     /// By how much the window's size goes, as its hints say it; absent when any size is right.
     [[nodiscard]] std::optional<SizeSteps> sizeSteps(xcb_window_t window);
+    /// As its hints say it.
+    [[nodiscard]] SizeLimits sizeLimits(xcb_window_t window);
     /// Which point of the window its client wants to keep in place, as its hints say it; an X gravity.
     [[nodiscard]] std::uint32_t gravity(xcb_window_t window);
     /// Absent when none is active.
