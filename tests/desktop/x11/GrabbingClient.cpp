@@ -19,6 +19,12 @@ std::uint32_t extensionMask(std::uint32_t mask) {
     return mask == GrabbingClient::anyModifier ? std::uint32_t{XCB_INPUT_MODIFIER_MASK_ANY} : mask;
 }
 
+bool isPress(const xcb_generic_event_t& event) {
+    const int type = event.response_type & 0x7f;
+    if (type != XCB_GE_GENERIC) return type == XCB_KEY_PRESS;
+    return reinterpret_cast<const xcb_ge_generic_event_t&>(event).event_type == XCB_INPUT_KEY_PRESS;
+}
+
 XConnection opened(const std::string& displayName) {
     auto connection = XConnection::open(displayName);
     if (!connection) throw std::runtime_error(connection.error().message);
@@ -41,22 +47,22 @@ bool GrabbingClient::grab(GrabKind kind, Key key, std::uint32_t mask) {
         connection_.synchronise();
         return XReply<xcb_generic_error_t>(xcb_request_check(connection_.raw(), request)) == nullptr;
     }
-    const std::uint32_t masks[]{extensionMask(mask)};
+    const std::uint32_t inExtension = extensionMask(mask);
     const auto reply = connection_.reply<xcb_input_xi_passive_grab_device_reply_t>(xcb_input_xi_passive_grab_device(
         connection_.raw(), XCB_CURRENT_TIME, connection_.root(), XCB_CURSOR_NONE, keycode, allMasterDevices, 1, 1,
         XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
-        XCB_INPUT_GRAB_OWNER_NO_OWNER, &keyEvents, masks));
+        XCB_INPUT_GRAB_OWNER_NO_OWNER, &keyEvents, &inExtension));
     return reply && xcb_input_xi_passive_grab_device_modifiers_length(reply.get()) == 0;
 }
 
 void GrabbingClient::release(GrabKind kind, Key key, std::uint32_t mask) {
     const auto keycode = std::to_underlying(key);
-    const std::uint32_t masks[]{extensionMask(mask)};
+    const std::uint32_t inExtension = extensionMask(mask);
     if (kind == GrabKind::core) {
         xcb_ungrab_key(connection_.raw(), keycode, connection_.root(), coreMask(mask));
     } else {
         xcb_input_xi_passive_ungrab_device(connection_.raw(), connection_.root(), keycode, allMasterDevices, 1,
-                                           XCB_INPUT_GRAB_TYPE_KEYCODE, masks);
+                                           XCB_INPUT_GRAB_TYPE_KEYCODE, &inExtension);
     }
     connection_.synchronise();
 }
@@ -74,9 +80,7 @@ int GrabbingClient::takePresses() {
     connection_.synchronise();
     int presses = 0;
     while (const auto event = XReply<xcb_generic_event_t>(xcb_poll_for_event(connection_.raw()))) {
-        const int type = event->response_type & 0x7f;
-        const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(*event);
-        presses += type == XCB_KEY_PRESS || (type == XCB_GE_GENERIC && generic.event_type == XCB_INPUT_KEY_PRESS);
+        if (isPress(*event)) ++presses;
     }
     return presses;
 }

@@ -34,7 +34,9 @@ HotKeyClient::HotKeyClient(QtRunLoop& runLoop) : runLoop_(runLoop) {
     if (!connection) throw std::runtime_error(connection.error());
     connection_ = std::move(*connection);
     service_ = std::make_unique<X11HotKeyService>(*connection_, runLoop);
-    repeatCounter_ = connection_->listen([this](const xcb_generic_event_t& event) { repeats_ += isRepeat(event); });
+    repeatCounter_ = connection_->listen([this](const xcb_generic_event_t& event) {
+        if (isRepeat(event)) ++repeats_;
+    });
     readable_ = runLoop.watch(connection_->file(), [this] { handleConnection(); });
     sleeping_ = runLoop.beforeSleeping([this] { handleConnection(); });
 }

@@ -28,7 +28,7 @@ std::vector<std::uint32_t> X11HotKeyTest::pressedIDs(const std::vector<Combinati
     return client_->takePressed();
 }
 
-void X11HotKeyTest::setKeysOfModifier(xcb_map_index_t index, const std::vector<Key>& keys) {
+void X11HotKeyTest::changeKeysOfModifier(xcb_map_index_t index, const std::vector<Key>& keys) {
     XConnection& connection = observer().connection();
     const auto now = connection.reply<xcb_get_modifier_mapping_reply_t>(xcb_get_modifier_mapping(connection.raw()));
     ASSERT_NE(now, nullptr);
@@ -41,6 +41,10 @@ void X11HotKeyTest::setKeysOfModifier(xcb_map_index_t index, const std::vector<K
         connection.raw(), now->keycodes_per_modifier, xcb_get_modifier_mapping_keycodes(now.get())));
     ASSERT_NE(changed, nullptr);
     ASSERT_EQ(changed->status, XCB_MAPPING_STATUS_SUCCESS);
+}
+
+void X11HotKeyTest::setKeysOfModifier(xcb_map_index_t index, const std::vector<Key>& keys) {
+    changeKeysOfModifier(index, keys);
     catchUp();
 }
 

@@ -36,8 +36,9 @@ protected:
     /// Presses and releases the combinations in order; answers the ids that the client was told.
     [[nodiscard]] std::vector<std::uint32_t> pressedIDs(const std::vector<Combination>& combinations);
 
-    /// Puts these keys on the X modifier instead of those that are there, in the order of the protocol's list of
-    /// modifiers. The client knows when this returns.
+    /// Puts these keys on the X modifier instead of those that are there.
+    void changeKeysOfModifier(xcb_map_index_t index, const std::vector<Key>& keys);
+    /// The same, and the client has followed when this returns.
     void setKeysOfModifier(xcb_map_index_t index, const std::vector<Key>& keys);
     /// Sets up the keyboard as the user's session would, with these arguments of `setxkbmap`. The client knows when
     /// this returns.
