@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace velmorand::desktop {
 namespace {
@@ -77,6 +79,47 @@ TEST_P(ShortcutTest, ShortcutsFollowAModifierToItsNewPlace) {
         return count("Dispatching shortcut right") > 0;
     }));
     EXPECT_TRUE(framesAgree(settledFrame(DemoWindow::serverSide, target), target, frameTolerance));
+}
+
+TEST_P(ShortcutTest, ShortcutsStayAtTheirPlaceInAnotherLayout) {
+    focus(DemoWindow::serverSide);
+
+    auto layout = desktop().test().start({"setxkbmap", "-layout", "us", "-variant", "dvorak"});
+    ASSERT_TRUE(layout) << layout.error();
+    const auto status = layout->wait(patience);
+    ASSERT_TRUE(status && status->isSuccess()) << layout->logTail();
+
+    expectLanding("topLeft", DemoWindow::serverSide);
+    expectLanding("leftTwoThirds", DemoWindow::serverSide);
+}
+
+/// What the log says was pressed, in order.
+std::vector<std::string> dispatched(const std::string& log) {
+    constexpr std::string_view before = "Dispatching shortcut ";
+    std::vector<std::string> actions;
+    for (auto at = log.find(before); at != std::string::npos; at = log.find(before, at + 1)) {
+        const auto name = at + before.size();
+        actions.push_back(log.substr(name, log.find('\n', name) - name));
+    }
+    return actions;
+}
+
+TEST_P(ShortcutTest, PressesWhileAnActionStillRunsAreAllPerformedOnceAndInOrder) {
+    focus(DemoWindow::serverSide);
+    std::vector<std::string> pressed;
+    for (int round = 0; round < 5; ++round) {
+        for (const char* action : {"left", "topRight", "bottom", "right", "rightThird"}) pressed.emplace_back(action);
+    }
+
+    for (const std::string& action : pressed) press(action);
+
+    EXPECT_TRUE(
+        desktop().observer().waitUntil([&] { return dispatched(desktop().program().log()).size() >= pressed.size(); }));
+    EXPECT_EQ(dispatched(desktop().program().log()), pressed);
+    const PixelRect target = wanted("rightThird", DemoWindow::serverSide);
+    const PixelRect seen = settledFrame(DemoWindow::serverSide, target);
+    EXPECT_TRUE(framesAgree(seen, target, frameTolerance)) << "wanted " << target << ", is at " << seen;
+    EXPECT_EQ(dispatched(desktop().program().log()), pressed) << "a press was delivered a second time";
 }
 
 TEST_P(ShortcutTest, AHeldShortcutActsOnce) {
