@@ -1,3 +1,4 @@
+#include "desktop/x11/PropertyContents.h"
 #include "desktop/x11/X11Test.h"
 #include "platform/linux/support/ScopedEnvironment.h"
 #include "platform/linux/support/ScratchFolder.h"
@@ -5,7 +6,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cstring>
 #include <ostream>
 #include <tuple>
 
@@ -15,70 +15,6 @@ namespace {
 constexpr Rect wanted{200, 150, 500, 400};
 constexpr Rect wantedOfBystander{700, 100, 333, 222};
 constexpr std::size_t hugeAmount = std::size_t{64} << 20U;
-
-/// What a property may be made to hold.
-struct Content {
-    std::string_view name;
-    std::string_view type;
-    int format = 32;
-    std::vector<std::uint8_t> bytes;
-};
-
-std::vector<std::uint8_t> bytesOf(const std::vector<std::uint32_t>& items) {
-    std::vector<std::uint8_t> bytes(items.size() * sizeof(std::uint32_t));
-    if (!items.empty()) std::memcpy(bytes.data(), items.data(), bytes.size());
-    return bytes;
-}
-
-std::vector<std::uint8_t> numbers(std::size_t count, std::uint32_t value) {
-    return bytesOf(std::vector<std::uint32_t>(count, value));
-}
-
-std::vector<std::uint8_t> text(std::string_view characters) {
-    return {characters.begin(), characters.end()};
-}
-
-/// A property that the platform reads.
-struct PropertyRow {
-    std::string name;
-    std::string_view property;
-    std::string_view type;
-    int format = 32;
-    /// Numbers that tell something when type and format are right; or the name of an atom, or a text.
-    std::vector<std::uint32_t> tellingNumbers = {};
-    std::string_view tellingName = {};
-    /// How many numbers are too few and too many, if any amount is.
-    std::vector<std::size_t> wrongCounts = {};
-
-    friend void PrintTo(const PropertyRow& row, std::ostream* out) { *out << row.name; }
-};
-
-/// Contents that say nothing, so that the property counts as absent. `telling` is what would say something.
-std::vector<Content> malformed(const PropertyRow& row, const std::vector<std::uint8_t>& telling) {
-    std::vector<Content> contents{{"another type", "VELMORAND_TEST", row.format, telling},
-                                  {"16 bits", row.type, 16, telling},
-                                  {"the other number of bits", row.type, row.format == 32 ? 8 : 32, telling},
-                                  {"nothing", row.type, row.format, {}}};
-    if (row.format == 8) {
-        contents.push_back({"invalid UTF-8", row.type, 8, {'a', 0xff, 0xfe, 0xc0, 0x80, 0xed, 0xa0, 0x80}});
-        contents.push_back({"a sequence that is cut off", row.type, 8, {'a', 0xf0, 0x9f, 0x98}});
-        contents.push_back({"control characters", row.type, 8, text("a\x1b[2J\n")});
-        contents.push_back({"NUL characters only", row.type, 8, {0, 0, 0}});
-        contents.push_back({"far too long", row.type, 8, std::vector<std::uint8_t>(5000, 'a')});
-    }
-    for (const std::size_t count : row.wrongCounts)
-        contents.push_back({"a wrong number of numbers", row.type, 32, numbers(count, 5)});
-    return contents;
-}
-
-/// Well-formed contents that cannot be true.
-std::vector<Content> impossible(const PropertyRow& row) {
-    if (row.format == 8) return {};
-    return {{"the largest numbers", row.type, 32, numbers(12, 0xFFFFFFFF)},
-            {"the smallest numbers", row.type, 32, numbers(12, 0x80000000)},
-            {"zeros", row.type, 32, numbers(12, 0)},
-            {"thousands of numbers", row.type, 32, numbers(5000, 0xDEADBEEF)}};
-}
 
 /// All that the platform makes of a window and its desktop.
 struct Seen {

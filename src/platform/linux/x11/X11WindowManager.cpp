@@ -43,16 +43,19 @@ bool X11WindowManager::isAlive(Deadline deadline) {
     if (!checkWindow) return false;
     checkWindow_ = *checkWindow;  // from here on its end is listened for
     knowsAbilities_ = true;       // an event during the reading sets it back
-    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    // As many events as of any other window: whoever wrote the property may have named one that is known already.
+    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection_.raw(), checkWindow_, XCB_CW_EVENT_MASK, &events);
     if (!readAbilities(deadline)) checkWindow_ = XCB_WINDOW_NONE;
     return checkWindow_ != XCB_WINDOW_NONE;
 }
 
 std::optional<xcb_window_t> X11WindowManager::findCheckWindow(Deadline deadline) {
-    return decodeFirstItem(readPropertyNow(connection_, connection_.root(), atoms_[X11AtomName::netSupportingWMCheck],
-                                           x11_property_limit::numbers, deadline),
-                           XCB_ATOM_WINDOW);
+    const auto window =
+        decodeFirstItem(readPropertyNow(connection_, connection_.root(), atoms_[X11AtomName::netSupportingWMCheck],
+                                        x11_property_limit::numbers, deadline),
+                        XCB_ATOM_WINDOW);
+    return window == connection_.root() ? std::nullopt : window;  // it would always name itself
 }
 
 /// False when the check window is none: gone, or another window that got its number.

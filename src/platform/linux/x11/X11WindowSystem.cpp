@@ -115,7 +115,9 @@ std::expected<std::vector<std::uint32_t>, X11Failure> X11WindowSystem::rootWindo
         connection_, requestProperty(connection_, connection_.root(), atoms_[property], x11_property_limit::windows),
         deadline);
     if (!value) return std::unexpected(value.error());
-    return decodeWindowList(*value, XCB_ATOM_WINDOW);
+    auto windows = decodeWindowList(*value, XCB_ATOM_WINDOW);
+    std::erase(windows, connection_.root());
+    return windows;
 }
 
 std::optional<TrustProblem> X11WindowSystem::missingForTrust(Deadline deadline) {
@@ -279,7 +281,7 @@ std::vector<DisplayDescription> X11WindowSystem::displays() {
 
 void X11WindowSystem::handle(const xcb_generic_event_t& event) {
     if (monitors_.concerns(event)) checkDisplaysSoon();
-    if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
+    if (eventType(event) != XCB_PROPERTY_NOTIFY || isSentEvent(event)) return;
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
     if (change.window == connection_.root()) handleRootProperty(change.atom);
 }
