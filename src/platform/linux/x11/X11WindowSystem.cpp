@@ -271,6 +271,8 @@ std::expected<Rect, AXError> X11WindowSystem::setFrame(WindowID window, const Re
     const Point origin = monitors_.origin(deadline);
     const Rect visible{frame.x + origin.x, frame.y + origin.y, frame.width, frame.height};
     const auto settled = writer_.place(window.number, visible, deadline);
+    // As after reading: what answered may be another window under the same number.
+    if (!registry_.isCurrent(window)) return std::unexpected(AXError::invalidElement);
     if (!settled) return std::unexpected(settled.error());
     return inAccessibilitySpace(*settled, deadline);
 }
