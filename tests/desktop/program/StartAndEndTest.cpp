@@ -1,4 +1,5 @@
 #include "desktop/harness/TestDesktop.h"
+#include "desktop/harness/XRelay.h"
 #include "desktop/program/ProgramTest.h"
 
 #include <xcb/xinput.h>
@@ -154,6 +155,22 @@ TEST_F(StartAndEndTest, AShortcutGrabbedByTheInputExtensionIsReportedToo) {
     grabLeftShortcutByInputExtension();
 
     expectOnlyLeftRefused();
+}
+
+TEST_F(StartAndEndTest, WithoutTheInputExtensionItSaysThatNoShortcutWorksAndStays) {
+    const auto relay = XRelay::start({.server = desktop_->displayName(), .hiddenExtensions = {"XInputExtension"}});
+    ASSERT_TRUE(relay) << relay.error();
+    auto program = desktop_->start({programUnderTest().string()}, {{"DISPLAY", (*relay)->displayName()}});
+    ASSERT_TRUE(program) << program.error();
+
+    const bool isReported = desktop_->observer().waitUntil([&] {
+        return program->log().contains("velmorand [shortcuts] error: hot key handler install failed: Could not install "
+                                       "the keyboard shortcut handler (error -9868).\n");
+    });
+    EXPECT_TRUE(isReported) << program->logTail();
+    EXPECT_TRUE(program->log().contains("velmorand [hotkeys] error: InstallEventHandler failed: -9868\n"));
+    EXPECT_TRUE(program->isRunning());
+    EXPECT_TRUE(program->terminate().isSuccess()) << program->logTail();
 }
 
 }  // namespace
