@@ -18,6 +18,7 @@ constexpr std::string_view clientList = "_NET_CLIENT_LIST";
 constexpr std::string_view stackedList = "_NET_CLIENT_LIST_STACKING";
 constexpr std::string_view currentDesktop = "_NET_CURRENT_DESKTOP";
 constexpr std::string_view checkWindow = "_NET_SUPPORTING_WM_CHECK";
+constexpr std::string_view abilities = "_NET_SUPPORTED";
 
 /// Two windows, known to the platform, on a desktop whose root window other clients write on.
 class X11HostileRootTest : public X11Test {
@@ -183,6 +184,16 @@ TEST_F(X11HostileRootTest, WithoutACurrentDesktopEveryWindowCounts) {
     }
 }
 
+TEST_F(X11HostileRootTest, WithoutAListOfAbilitiesWindowsMoveAllTheSame) {
+    const std::uint32_t moves = observer().connection().atom("_NET_MOVERESIZE_WINDOW");
+    for (const Content& content : malformed({.type = "ATOM"}, bytesOf({moves}))) {
+        SCOPED_TRACE(content.name);
+        write(abilities, content);
+        EXPECT_EQ(windowSystem().missingForTrust(soon()), std::nullopt);
+        expectFrontMoves();
+    }
+}
+
 /// The check window of the running window manager stands on the root window and on itself.
 class X11HostileCheckWindowTest : public X11HostileRootTest {
 protected:
@@ -223,6 +234,17 @@ TEST_F(X11HostileCheckWindowTest, WithOneThatDoesNotNameItselfNoWindowManagerRun
         expectNobodyMovesWindows();
         expectUsualAgain();
     }
+}
+
+TEST_F(X11HostileCheckWindowTest, ItsNameMayBeAnything) {
+    const std::string_view name = "_NET_WM_NAME";
+    for (const Content& content : malformed({.type = "UTF8_STRING", .format = 8}, text("Fluxbox"))) {
+        SCOPED_TRACE(content.name);
+        hostileClient().setProperty(real_.at(0), name, content.type, content.format, content.bytes);
+        expectUsualAgain();
+    }
+    hostileClient().fillProperty(real_.at(0), name, "UTF8_STRING", 8, std::size_t{64} << 20U);
+    expectUsualAgain();
 }
 
 TEST_F(X11HostileCheckWindowTest, TheRootWindowIsNone) {

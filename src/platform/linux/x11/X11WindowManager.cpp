@@ -73,9 +73,11 @@ bool X11WindowManager::readAbilities(Deadline deadline) {
     const auto abilities =
         decodeItems(readPropertyNow(connection_, connection_.root(), atoms_[X11AtomName::netSupported],
                                     x11_property_limit::windows, deadline),
-                    XCB_ATOM_ATOM)
-            .value_or(std::vector<std::uint32_t>{});
-    const auto has = [&](X11AtomName ability) { return std::ranges::count(abilities, atoms_[ability]) > 0; };
+                    XCB_ATOM_ATOM);
+    const bool listsAbilities = abilities && !abilities->empty();  // else nothing says what it cannot do
+    const auto has = [&](X11AtomName ability) {
+        return !listsAbilities || std::ranges::count(*abilities, atoms_[ability]) > 0;
+    };
     tellsFrameExtents_ = has(X11AtomName::netFrameExtents);
     maximizesWindows_ =
         has(X11AtomName::netWMStateMaximizedVertically) && has(X11AtomName::netWMStateMaximizedHorizontally);
