@@ -2,6 +2,7 @@
 #include "fuzz/support/Require.h"
 #include "platform/linux/DesktopEntries.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>

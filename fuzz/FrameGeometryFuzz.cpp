@@ -4,6 +4,7 @@
 
 #include <xcb/xproto.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 

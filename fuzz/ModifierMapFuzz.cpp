@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <optional>
 #include <utility>
+#include <vector>
 
 namespace velmorand {
 namespace {

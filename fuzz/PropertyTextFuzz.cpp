@@ -6,6 +6,8 @@
 #include <xcb/xproto.h>
 
 #include <array>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace velmorand {

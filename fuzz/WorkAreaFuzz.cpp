@@ -5,7 +5,7 @@
 #include <xcb/xproto.h>
 
 #include <algorithm>
-#include <tuple>
+#include <vector>
 
 namespace velmorand {
 namespace {
