@@ -215,6 +215,19 @@ TEST_F(X11UnlistedPanelTest, IsToldOfWhenItChangesOrGoesOnceItIsKnown) {
     EXPECT_EQ(workArea("primary"), primary);
 }
 
+TEST_F(X11UnlistedPanelTest, CountsOnTheDesktopThatItNamesAlone) {
+    const xcb_window_t panel = create(panelFrame);
+    reserve(panel, partialStrut(RootEdge::bottom, panelFrame, root()));
+    ASSERT_EQ(workArea("primary"), besidePanel);
+
+    anyClient().setNumbers(panel, "_NET_WM_DESKTOP", "CARDINAL", std::array<std::uint32_t, 1>{1});
+    EXPECT_EQ(workArea("primary"), primary);
+    anyClient().setNumbers(panel, "_NET_WM_DESKTOP", "CARDINAL", std::array{allDesktops});
+
+    expectTold(1);
+    EXPECT_EQ(workArea("primary"), besidePanel);
+}
+
 /// A server that does not answer for longer than a call may take: another client has it for itself.
 TEST_F(X11PanelChangeTest, PanelsStayWhereTheyWereWhileTheServerDoesNotAnswer) {
     openPanel(RootEdge::bottom, panelFrame);

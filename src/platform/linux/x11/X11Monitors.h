@@ -23,7 +23,8 @@ public:
     ~X11Monitors() = default;
 
     /// The displays in the window server's coordinates, read afresh; while the server does not answer, as they were.
-    [[nodiscard]] std::vector<DisplayDescription> displays(Deadline deadline);
+    /// Without a window manager there are no desktops, and panels on any count.
+    [[nodiscard]] std::vector<DisplayDescription> displays(bool hasWindowManager, Deadline deadline);
 
     /// Where the accessibility space begins: the top-left corner of the primary monitor, in root coordinates.
     [[nodiscard]] Point origin(Deadline deadline);

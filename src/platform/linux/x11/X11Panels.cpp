@@ -19,7 +19,13 @@ struct X11Panels::Candidate {
     xcb_translate_coordinates_cookie_t position;
 };
 
-const std::vector<X11Strut>& X11Panels::struts(const Size& root, Deadline deadline) {
+const std::vector<X11Strut>& X11Panels::struts(const Size& root, bool hasWindowManager, Deadline deadline) {
+    // What a panel changed before its events were asked for, nobody would tell of: a new one is read again.
+    while (readPanels(root, hasWindowManager, deadline)) {}
+    return struts_;
+}
+
+bool X11Panels::readPanels(const Size& root, bool hasWindowManager, Deadline deadline) {
     std::vector<Candidate> candidates;
     for (const xcb_window_t window : windowsThatMayBePanels(deadline)) candidates.push_back(ask(window));
     const auto currentDesktop =
@@ -34,15 +40,15 @@ const std::vector<X11Strut>& X11Panels::struts(const Size& root, Deadline deadli
         if (!panel) continue;
         watch(candidate.window);
         panels.insert(candidate.window);
-        if (!panel->viewable || !isOnDesktop(panel->desktop, currentDesktop)) continue;
+        if (!panel->viewable || (hasWindowManager && !isOnDesktop(panel->desktop, currentDesktop))) continue;
         struts.insert(struts.end(), panel->struts.begin(), panel->struts.end());
     }
     const bool isComplete = std::chrono::steady_clock::now() < deadline && !connection_.isLost();
-    if (isComplete) {
-        panels_ = std::move(panels);
-        struts_ = std::move(struts);
-    }
-    return struts_;
+    if (!isComplete) return false;
+    const bool hasNewOnes = !std::ranges::includes(panels_, panels);
+    panels_ = std::move(panels);
+    struts_ = std::move(struts);
+    return hasNewOnes;
 }
 
 bool X11Panels::concerns(const xcb_generic_event_t& event) const {
@@ -60,7 +66,7 @@ bool X11Panels::concerns(const xcb_generic_event_t& event) const {
     const std::array ofPanels{atoms_[X11AtomName::netWMStrut], atoms_[X11AtomName::netWMStrutPartial],
                               atoms_[X11AtomName::netWMDesktop]};
     const std::array ofRoot{atoms_[X11AtomName::netClientList], atoms_[X11AtomName::netWorkArea],
-                            atoms_[X11AtomName::netCurrentDesktop]};
+                            atoms_[X11AtomName::netCurrentDesktop], atoms_[X11AtomName::netSupportingWMCheck]};
     const bool isOfRoot = change.window == connection_.root();
     return std::ranges::count(ofPanels, change.atom) > 0 || (isOfRoot && std::ranges::count(ofRoot, change.atom) > 0);
 }

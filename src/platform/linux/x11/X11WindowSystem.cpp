@@ -278,7 +278,8 @@ std::expected<Rect, AXError> X11WindowSystem::setFrame(WindowID window, const Re
 }
 
 std::vector<DisplayDescription> X11WindowSystem::displays() {
-    return monitors_.displays(queryDeadline());
+    const Deadline deadline = queryDeadline();
+    return monitors_.displays(windowManager_.isAlive(deadline), deadline);
 }
 
 void X11WindowSystem::handle(const xcb_generic_event_t& event) {
