@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace velmorand {
@@ -26,6 +27,17 @@ bool isClientBorder(Point offset) {
 }
 
 }  // namespace
+
+bool isKeptByItsShadow(const X11WindowFacts& before, const X11WindowFacts& after, const Rect& visible) {
+    const X11Extents& shadow = after.geometry.shadow;
+    const Rect seen = after.geometry.visible();
+    if (shadow == X11Extents{} || seen == visible || after.isMaximized()) return false;
+    if (!before.sizeHints.allows(before.geometry.clientFor(visible).size())) return false;
+    const double across = shadow.left + shadow.right;
+    const double down = shadow.top + shadow.bottom;
+    return std::abs(seen.minX() - visible.minX()) <= across && std::abs(seen.maxX() - visible.maxX()) <= across &&
+           std::abs(seen.minY() - visible.minY()) <= down && std::abs(seen.maxY() - visible.maxY()) <= down;
+}
 
 bool isIgnored(const X11WindowFacts& before, const X11WindowFacts& after, const Rect& visible) {
     if (after.geometry != before.geometry || after.isMaximized()) return false;
@@ -62,6 +74,8 @@ std::expected<Rect, AXError> X11FrameWriter::place(xcb_window_t window, const Re
     if (!facts) return std::unexpected(facts.error());
 
     auto settled = placeOnce(window, *facts, visible, manager_.placementMethod(), deadline);
+    if (settled && isKeptByItsShadow(*facts, *settled, visible))
+        settled = placeWithShadowToldAgain(window, *settled, visible, deadline);
     if (settled && isIgnored(*facts, *settled, visible)) settled = placeInOtherWays(window, *facts, visible, deadline);
     if (!settled) return std::unexpected(settled.error());
     return settled->geometry.visible();
@@ -112,6 +126,15 @@ X11FrameWriter::FactsOrError X11FrameWriter::request(xcb_window_t window, const 
     requests_.place(window, facts, client, method);
     if (auto acted = barrier_.wait(deadline); !acted) return std::unexpected(acted.error());
     return read(window, deadline);
+}
+
+/// Some window managers miss the first declaration of a shadow and keep such a window on screen with all of its shadow.
+/// Adding nothing to the property changes nothing, but makes everyone who watches it read it anew.
+X11FrameWriter::FactsOrError X11FrameWriter::placeWithShadowToldAgain(xcb_window_t window, const X11WindowFacts& facts,
+                                                                      const Rect& visible, Deadline deadline) {
+    xcb_change_property(connection_.raw(), XCB_PROP_MODE_APPEND, window, atoms_[X11AtomName::gtkFrameExtents],
+                        XCB_ATOM_CARDINAL, 32, 0, nullptr);
+    return placeOnce(window, facts, visible, manager_.placementMethod(), deadline);
 }
 
 /// A window in a tile that no property tells of leaves it by being maximised and put back; a window manager that does

@@ -70,6 +70,8 @@ private:
                                          X11PlacementMethod method, Deadline deadline);
     [[nodiscard]] FactsOrError request(xcb_window_t window, const X11WindowFacts& facts, const Rect& client,
                                        X11PlacementMethod method, Deadline deadline);
+    [[nodiscard]] FactsOrError placeWithShadowToldAgain(xcb_window_t window, const X11WindowFacts& facts,
+                                                        const Rect& visible, Deadline deadline);
     [[nodiscard]] FactsOrError placeInOtherWays(xcb_window_t window, const X11WindowFacts& facts, const Rect& visible,
                                                 Deadline deadline);
     [[nodiscard]] FactsOrError placeAfterMaximizing(xcb_window_t window, const X11WindowFacts& facts,
@@ -89,6 +91,10 @@ private:
     Subscription listener_;
     Subscription handler_;
 };
+
+/// Whether a window that draws a shadow is kept where its shadow, too, is on screen: it missed the wanted frame on no
+/// side by more than the shadow's width, and nothing known of it stood in the way.
+[[nodiscard]] bool isKeptByItsShadow(const X11WindowFacts& before, const X11WindowFacts& after, const Rect& visible);
 
 /// Whether the window manager did nothing about a request to make the window look like `visible`, although nothing
 /// that is known of the window stood in the way. `before` and `after` were read around the request.

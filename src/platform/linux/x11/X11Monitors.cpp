@@ -40,9 +40,9 @@ bool X11Monitors::concerns(const xcb_generic_event_t& event) const {
     return panels_.concerns(event);
 }
 
-std::vector<DisplayDescription> X11Monitors::displays(bool hasWindowManager, Deadline deadline) {
+std::vector<DisplayDescription> X11Monitors::displays(bool showsOneDesktop, Deadline deadline) {
     readMonitors(deadline);
-    const std::vector<X11Strut>& reserved = panels_.struts(rootSize_, hasWindowManager, deadline);
+    const std::vector<X11Strut>& reserved = panels_.struts(rootSize_, showsOneDesktop, deadline);
     std::vector<DisplayDescription> displays;
     if (monitors_.empty()) return displays;
     const Rect primary = monitors_.front().frame;

@@ -23,8 +23,8 @@ public:
     ~X11Monitors() = default;
 
     /// The displays in the window server's coordinates, read afresh; while the server does not answer, as they were.
-    /// Without a window manager there are no desktops, and panels on any count.
-    [[nodiscard]] std::vector<DisplayDescription> displays(bool hasWindowManager, Deadline deadline);
+    /// Panels of other desktops than the current one count only where not exactly one desktop is shown.
+    [[nodiscard]] std::vector<DisplayDescription> displays(bool showsOneDesktop, Deadline deadline);
 
     /// Where the accessibility space begins: the top-left corner of the primary monitor, in root coordinates.
     [[nodiscard]] Point origin(Deadline deadline);

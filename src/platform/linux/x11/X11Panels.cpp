@@ -19,13 +19,13 @@ struct X11Panels::Candidate {
     xcb_translate_coordinates_cookie_t position;
 };
 
-const std::vector<X11Strut>& X11Panels::struts(const Size& root, bool hasWindowManager, Deadline deadline) {
+const std::vector<X11Strut>& X11Panels::struts(const Size& root, bool showsOneDesktop, Deadline deadline) {
     // What a panel changed before its events were asked for, nobody would tell of: a new one is read again.
-    while (readPanels(root, hasWindowManager, deadline)) {}
+    while (readPanels(root, showsOneDesktop, deadline)) {}
     return struts_;
 }
 
-bool X11Panels::readPanels(const Size& root, bool hasWindowManager, Deadline deadline) {
+bool X11Panels::readPanels(const Size& root, bool showsOneDesktop, Deadline deadline) {
     std::vector<Candidate> candidates;
     for (const xcb_window_t window : windowsThatMayBePanels(deadline)) candidates.push_back(ask(window));
     const auto currentDesktop =
@@ -40,7 +40,7 @@ bool X11Panels::readPanels(const Size& root, bool hasWindowManager, Deadline dea
         if (!panel) continue;
         watch(candidate.window);
         panels.insert(candidate.window);
-        if (!panel->viewable || (hasWindowManager && !isOnDesktop(panel->desktop, currentDesktop))) continue;
+        if (!panel->viewable || (showsOneDesktop && !isOnDesktop(panel->desktop, currentDesktop))) continue;
         struts.insert(struts.end(), panel->struts.begin(), panel->struts.end());
     }
     const bool isComplete = std::chrono::steady_clock::now() < deadline && !connection_.isLost();

@@ -21,9 +21,9 @@ public:
     ~X11Panels() = default;
 
     /// What the panels on screen reserve, read afresh; while the server does not answer, what they reserved before.
-    /// `root` is the size of the root window. Without a window manager there are no desktops, whatever properties say of
-    /// them.
-    [[nodiscard]] const std::vector<X11Strut>& struts(const Size& root, bool hasWindowManager, Deadline deadline);
+    /// `root` is the size of the root window. A panel of another desktop than the current one does not count where one
+    /// desktop is shown; without a window manager there is none, whatever properties say, and some show several.
+    [[nodiscard]] const std::vector<X11Strut>& struts(const Size& root, bool showsOneDesktop, Deadline deadline);
 
     /// Whether the event may change the answer of `struts`.
     [[nodiscard]] bool concerns(const xcb_generic_event_t& event) const;
@@ -39,7 +39,7 @@ private:
     };
 
     /// Answers whether there is a panel that the last reading did not know.
-    [[nodiscard]] bool readPanels(const Size& root, bool hasWindowManager, Deadline deadline);
+    [[nodiscard]] bool readPanels(const Size& root, bool showsOneDesktop, Deadline deadline);
     [[nodiscard]] std::vector<xcb_window_t> windowsThatMayBePanels(Deadline deadline);
     [[nodiscard]] std::vector<xcb_window_t> framed(std::span<const xcb_window_t> frames,
                                                    std::span<const xcb_window_t> listed, Deadline deadline);

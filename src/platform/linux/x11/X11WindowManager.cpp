@@ -14,6 +14,9 @@ constexpr std::size_t longestName = 256;
 /// These advertise the message, but one gets a size or a position wrong by its decorations and the other does nothing.
 constexpr std::array<std::string_view, 2> withUnusableMessage{"Fluxbox", "herbstluftwm"};
 
+/// These number the desktops of all displays in one row and call one of them the current one.
+constexpr std::array<std::string_view, 3> withADesktopOnEachDisplay{"awesome", "herbstluftwm", "i3"};
+
 }  // namespace
 
 X11PlacementMethod otherThan(X11PlacementMethod method) {
@@ -27,6 +30,10 @@ X11PlacementMethod otherThan(X11PlacementMethod method) {
 X11PlacementMethod placementMethodFor(std::string_view name, bool advertisesMessage) {
     const bool isUsable = advertisesMessage && std::ranges::count(withUnusableMessage, name) == 0;
     return isUsable ? X11PlacementMethod::moveResizeMessage : X11PlacementMethod::configureRequest;
+}
+
+bool showsSeveralDesktops(std::string_view name) {
+    return std::ranges::count(withADesktopOnEachDisplay, name) > 0;
 }
 
 X11WindowManager::X11WindowManager(X11Connection& connection, const X11Atoms& atoms)
@@ -78,6 +85,7 @@ bool X11WindowManager::readAbilities(Deadline deadline) {
     const auto has = [&](X11AtomName ability) {
         return !listsAbilities || std::ranges::count(*abilities, atoms_[ability]) > 0;
     };
+    showsSeveralDesktops_ = velmorand::showsSeveralDesktops(name.value_or(""));
     tellsFrameExtents_ = has(X11AtomName::netFrameExtents);
     maximizesWindows_ =
         has(X11AtomName::netWMStateMaximizedVertically) && has(X11AtomName::netWMStateMaximizedHorizontally);

@@ -23,6 +23,10 @@ enum class X11PlacementMethod : std::uint8_t {
 /// The method for a window manager of this name. Some advertise the message and do not act on it as they should.
 [[nodiscard]] X11PlacementMethod placementMethodFor(std::string_view name, bool advertisesMessage);
 
+/// Whether a window manager of this name shows a desktop on each display, so that one number does not tell which
+/// windows are on screen.
+[[nodiscard]] bool showsSeveralDesktops(std::string_view name);
+
 /// The window manager that runs at the moment, and what it says that it can do.
 class X11WindowManager {
 public:
@@ -45,6 +49,8 @@ public:
     [[nodiscard]] bool tellsFrameExtents() const { return tellsFrameExtents_; }
     /// Whether it maximises windows when it is asked to.
     [[nodiscard]] bool maximizesWindows() const { return maximizesWindows_; }
+    /// Whether it shows several desktops at once; then only what is viewable is on screen.
+    [[nodiscard]] bool showsSeveralDesktops() const { return showsSeveralDesktops_; }
 
 private:
     void note(const xcb_generic_event_t& event);
@@ -59,6 +65,7 @@ private:
     X11PlacementMethod method_ = X11PlacementMethod::moveResizeMessage;
     bool tellsFrameExtents_ = true;
     bool maximizesWindows_ = true;
+    bool showsSeveralDesktops_ = false;
     Subscription listener_;
 };
 

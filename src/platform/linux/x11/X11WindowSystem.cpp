@@ -156,13 +156,14 @@ std::optional<WindowID> X11WindowSystem::effectiveActiveWindow(Deadline deadline
     for (const WindowID window : registry_.byActivity()) {
         if (std::ranges::count(*listed, window.number) == 0) continue;
         const auto facts = readWindowFacts(connection_, atoms_, window.number, deadline);
-        if (facts && facts->isOrdinary() && facts->viewable && isOnCurrentDesktop(window.number, deadline))
+        if (facts && facts->isOrdinary() && facts->viewable && isOnCurrentDesktop(window.number, *facts, deadline))
             return window;
     }
     return std::nullopt;
 }
 
-bool X11WindowSystem::isOnCurrentDesktop(xcb_window_t window, Deadline deadline) const {
+bool X11WindowSystem::isOnCurrentDesktop(xcb_window_t window, const X11WindowFacts& facts, Deadline deadline) const {
+    if (windowManager_.showsSeveralDesktops()) return facts.viewable;
     const auto desktop = decodeFirstItem(
         readPropertyNow(connection_, window, atoms_[X11AtomName::netWMDesktop], x11_property_limit::numbers, deadline),
         XCB_ATOM_CARDINAL);
@@ -192,9 +193,10 @@ std::expected<std::vector<WindowID>, AXError> X11WindowSystem::windows(std::int3
     for (const xcb_window_t number : std::views::reverse(*listed)) {
         const WindowID window = registry_.identify(number);
         const auto application = applications_.applicationOf(window, deadline);
-        if (!application || application->pid != pid || !isOnCurrentDesktop(number, deadline)) continue;
+        if (!application || application->pid != pid) continue;
         const auto facts = readWindowFacts(connection_, atoms_, number, deadline);
-        if (facts && !facts->overrideRedirect) windows.push_back(window);
+        if (facts && !facts->overrideRedirect && isOnCurrentDesktop(number, *facts, deadline))
+            windows.push_back(window);
     }
     if (std::chrono::steady_clock::now() >= deadline || connection_.isLost())
         return std::unexpected(AXError::cannotComplete);
@@ -279,7 +281,8 @@ std::expected<Rect, AXError> X11WindowSystem::setFrame(WindowID window, const Re
 
 std::vector<DisplayDescription> X11WindowSystem::displays() {
     const Deadline deadline = queryDeadline();
-    return monitors_.displays(windowManager_.isAlive(deadline), deadline);
+    const bool showsOneDesktop = windowManager_.isAlive(deadline) && !windowManager_.showsSeveralDesktops();
+    return monitors_.displays(showsOneDesktop, deadline);
 }
 
 void X11WindowSystem::handle(const xcb_generic_event_t& event) {

@@ -54,7 +54,7 @@ private:
                                                                                     Deadline deadline) const;
     [[nodiscard]] std::expected<xcb_window_t, X11Failure> activeWindow(Deadline deadline) const;
     [[nodiscard]] std::optional<WindowID> effectiveActiveWindow(Deadline deadline);
-    [[nodiscard]] bool isOnCurrentDesktop(xcb_window_t window, Deadline deadline) const;
+    [[nodiscard]] bool isOnCurrentDesktop(xcb_window_t window, const X11WindowFacts& facts, Deadline deadline) const;
     [[nodiscard]] std::expected<X11WindowFacts, AXError> factsOf(WindowID window, Reading reading, Deadline deadline);
     [[nodiscard]] Rect inAccessibilitySpace(const Rect& root, Deadline deadline);
     void handle(const xcb_generic_event_t& event);

@@ -24,6 +24,13 @@ TEST(X11PlacementMethodTest, HasOneOther) {
     EXPECT_EQ(otherThan(X11PlacementMethod::configureRequest), X11PlacementMethod::moveResizeMessage);
 }
 
+TEST(X11SeveralDesktopsTest, AreShownByWindowManagersWithADesktopOnEachDisplay) {
+    EXPECT_TRUE(showsSeveralDesktops("i3"));
+    EXPECT_TRUE(showsSeveralDesktops("awesome"));
+    EXPECT_FALSE(showsSeveralDesktops("Openbox"));
+    EXPECT_FALSE(showsSeveralDesktops(""));
+}
+
 /// A window of 400 by 300 with a frame around it, and a request to put it elsewhere.
 class X11IgnoredRequestTest : public testing::Test {
 protected:
@@ -68,6 +75,54 @@ TEST_F(X11IgnoredRequestTest, IsNotOneForAWindowThatStayedMaximized) {
     after.maximizedVertically = true;
 
     EXPECT_FALSE(isIgnored(before, after, wanted));
+}
+
+/// A window whose client draws a shadow of 14 pixels around its 400 by 300, asked to the left edge of the screen.
+class X11ShadowKeepsWindowTest : public testing::Test {
+protected:
+    X11ShadowKeepsWindowTest() {
+        before.geometry = {{86, 86, 428, 328}, {}, {14, 14, 14, 14}};
+        after = before;
+        after.geometry.client = {0, 0, 628, 800};
+    }
+
+    X11WindowFacts before;
+    X11WindowFacts after;
+    const Rect wanted{0, 0, 600, 800};
+};
+
+TEST_F(X11ShadowKeepsWindowTest, WhenAllOfItsShadowIsOnScreen) {
+    EXPECT_TRUE(isKeptByItsShadow(before, after, wanted));
+}
+
+TEST_F(X11ShadowKeepsWindowTest, NotWhenItIsWhereItBelongs) {
+    after.geometry.client = {-14, -14, 628, 828};
+
+    EXPECT_FALSE(isKeptByItsShadow(before, after, wanted));
+}
+
+TEST_F(X11ShadowKeepsWindowTest, NotWhenItIsFartherOffThanItsShadow) {
+    after.geometry.client.x += 29;
+
+    EXPECT_FALSE(isKeptByItsShadow(before, after, wanted));
+}
+
+TEST_F(X11ShadowKeepsWindowTest, NotWithoutAShadow) {
+    after.geometry.shadow = {};
+
+    EXPECT_FALSE(isKeptByItsShadow(before, after, wanted));
+}
+
+TEST_F(X11ShadowKeepsWindowTest, NotWhenItDoesNotAllowTheSize) {
+    before.sizeHints.largest = Size{600, 800};
+
+    EXPECT_FALSE(isKeptByItsShadow(before, after, wanted));
+}
+
+TEST_F(X11ShadowKeepsWindowTest, NotWhenItIsMaximized) {
+    after.maximizedVertically = true;
+
+    EXPECT_FALSE(isKeptByItsShadow(before, after, wanted));
 }
 
 }  // namespace
