@@ -6,6 +6,8 @@
 
 #include <fmt/format.h>
 
+#include <regex>
+
 namespace velmorand::desktop {
 
 namespace {
@@ -50,11 +52,13 @@ std::expected<xcb_window_t, HarnessError> SurveyDesktop::show(SurveyWindow windo
 }
 
 std::string SurveyDesktop::windowManagerVersion() {
+    const std::regex version("[0-9]+([.][0-9]+)+");
     auto process = desktop_->start(versionCommandOf(windowManager_.kind));
-    if (!process) return "unknown";
+    if (!process) return "of unknown version";
     process->wait(patience);
     const auto log = process->log();
-    return log.empty() ? "unknown" : log.substr(0, log.find('\n'));
+    std::smatch found;
+    return std::regex_search(log, found, version) ? found.str() : "of unknown version";
 }
 
 std::string SurveyDesktop::logTails() const {

@@ -27,7 +27,7 @@ public:
     /// is.
     [[nodiscard]] std::expected<xcb_window_t, HarnessError> show(SurveyWindow window);
 
-    /// The first line that the window manager tells of its version.
+    /// As the window manager tells it: "3.6.1".
     [[nodiscard]] std::string windowManagerVersion();
     /// What everything that runs there wrote last.
     [[nodiscard]] std::string logTails() const;

@@ -80,6 +80,16 @@ std::string table(std::span<const SurveyRow> rows, SurveyStart start, Remarks& r
     return text;
 }
 
+/// "openbox 3.6.1" and so on, each once.
+std::vector<std::string> versions(std::span<const SurveyRow> rows) {
+    std::vector<std::string> texts;
+    for (const auto& row : rows) {
+        auto text = fmt::format("{} {}", nameOf(row.manager->options.kind), row.version);
+        if (std::ranges::find(texts, text) == texts.end()) texts.push_back(std::move(text));
+    }
+    return texts;
+}
+
 }  // namespace
 
 void SurveyCell::add(const SurveyPress& press, const SurveyOutcome& outcome) {
@@ -114,8 +124,7 @@ std::string surveyDocument(std::span<const SurveyRow> rows) {
     text += "\n## Remarks\n\n";
     int number = 0;
     for (const auto& remark : remarks.all()) text += fmt::format("{}. {}\n", ++number, remark);
-    text += "\n## Versions\n\n";
-    for (const auto& row : rows) text += fmt::format("- {}: {}\n", row.manager->name, row.version);
+    text += fmt::format("\n## Versions\n\n{}.\n", fmt::join(versions(rows), ", "));
     return text;
 }
 

@@ -33,7 +33,7 @@ std::string_view headingOf(SurveyWindow window) {
         case gtk4: return "GTK 4";
         case qt: return "Qt";
         case terminal: return "terminal";
-        case dialog: return "dialogue";
+        case dialog: return "dialog";
         case minimumSize: return "large minimum";
         case fixedSize: return "fixed size";
     }
