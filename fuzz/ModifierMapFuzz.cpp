@@ -39,16 +39,15 @@ void checkMasks(const X11ModifierMap& map) {
 }
 
 void checkLocks(const X11ModifierMap& map) {
+    const std::uint32_t locks = map.locks();
+    require((locks & (map.alt | map.super)) == 0, "no lock is a modifier of shortcuts");
     const std::vector<std::uint32_t> combinations = map.lockCombinations();
-    const auto has = [&](std::uint32_t mask) { return std::ranges::binary_search(combinations, mask); };
     require(std::ranges::is_sorted(combinations) && std::ranges::adjacent_find(combinations) == combinations.end(),
             "every combination of locks is there once");
-    require(has(0) && has(map.locks()) && combinations.size() <= 8, "they go from none of the locks to all of them");
-    for (const std::uint32_t combination : combinations) {
-        require((combination & ~map.locks()) == 0, "nothing but locks is combined");
-        require(has(combination | map.capsLock) && has(combination | map.numLock) && has(combination | map.scrollLock),
-                "each lock may be on in addition");
-    }
+    require(std::ranges::all_of(combinations, [locks](std::uint32_t each) { return (each & ~locks) == 0; }),
+            "nothing but locks is combined");
+    require(combinations.size() == std::size_t{1} << static_cast<std::size_t>(std::popcount(locks)),
+            "no combination is left out");
 }
 
 void checkHotKey(const X11ModifierMap& map, std::uint32_t modifiers) {
@@ -61,7 +60,9 @@ void checkHotKey(const X11ModifierMap& map, std::uint32_t modifiers) {
         if ((modifiers & bit) == 0 || !expected) continue;
         expected = mask == 0 ? std::nullopt : std::optional(*expected | mask);
     }
-    if ((modifiers & ~known) != 0) expected.reset();
+    constexpr std::uint32_t altAndSuper = 0x0900;
+    const bool areOne = map.alt == map.super && (modifiers & altAndSuper) == altAndSuper;
+    if (areOne || (modifiers & ~known) != 0) expected.reset();
     require(map.maskFor(modifiers) == expected,
             "a hot key's modifiers are those that the keyboard has, or it has none");
 }
