@@ -6,6 +6,7 @@
 #include <unistd.h>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <csignal>
@@ -53,13 +54,12 @@ void parseSize(std::string_view text, Number& width, Number& height) {
 /// "0,0,32,0".
 std::vector<std::uint32_t> parseNumbers(std::string_view text) {
     std::vector<std::uint32_t> numbers;
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    for (std::uint32_t number = 0; at < end; ++at) {
-        const auto parsed = std::from_chars(at, end, number);
-        if (parsed.ec != std::errc()) break;
+    std::uint32_t number = 0;
+    while (!text.empty()) {
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (error != std::errc()) break;
         numbers.push_back(number);
-        at = parsed.ptr;
+        text.remove_prefix(std::min(text.size(), static_cast<std::size_t>(end - text.data()) + 1));
     }
     return numbers;
 }

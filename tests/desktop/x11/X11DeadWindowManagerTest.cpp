@@ -21,8 +21,8 @@ class X11DeadWindowManagerTest : public X11DisplayTest {
 protected:
     void SetUp() override {
         openDisplays({{"main", display, true}});
-        window_ = openWindow({.title = "Ordinary"});
-        id_ = focusedWindow();
+        window = openWindow({.title = "Ordinary"});
+        id = focusedWindow();
     }
 
     void killWindowManager() {
@@ -51,8 +51,8 @@ protected:
         return numbers;
     }
 
-    xcb_window_t window_ = XCB_WINDOW_NONE;
-    WindowID id_;
+    xcb_window_t window = XCB_WINDOW_NONE;
+    WindowID id;
 };
 
 TEST_F(X11DeadWindowManagerTest, TheSessionIsNotTrustedAndSaysWhy) {
@@ -68,12 +68,12 @@ TEST_F(X11DeadWindowManagerTest, TheSessionIsNotTrustedAndSaysWhy) {
 
 TEST_F(X11DeadWindowManagerTest, NoWindowIsMoved) {
     killWindowManager();
-    const auto before = observer().clientRect(window_);
+    const auto before = observer().clientRect(window);
 
-    EXPECT_EQ(windowSystem().checkMovable(id_, soon()).error(), AXError::cannotComplete);
-    EXPECT_EQ(windowSystem().setFrame(id_, {0, 0, 640, 800}, soon()).error(), AXError::cannotComplete);
+    EXPECT_EQ(windowSystem().checkMovable(id, soon()).error(), AXError::cannotComplete);
+    EXPECT_EQ(windowSystem().setFrame(id, {0, 0, 640, 800}, soon()).error(), AXError::cannotComplete);
 
-    EXPECT_EQ(observer().clientRect(window_), before);
+    EXPECT_EQ(observer().clientRect(window), before);
 }
 
 TEST_F(X11DeadWindowManagerTest, PanelsCountAsLongAsTheyLive) {
@@ -107,16 +107,16 @@ TEST_F(X11DeadWindowManagerTest, AnotherWindowManagerIsTrustedAndMovesWindows) {
     ASSERT_TRUE(windowSystem().missingForTrust(soon()));
 
     startFluxbox();
-    ASSERT_TRUE(pager().activate(window_));
+    ASSERT_TRUE(pager().activate(window));
 
     EXPECT_FALSE(windowSystem().missingForTrust(soon()));
     EXPECT_EQ(windowSystem().setFrame(focusedWindow(), {640, 0, 640, 800}, soon()), (Rect{640, 0, 640, 800}));
-    EXPECT_EQ(observer().visibleFrame(window_), (PixelRect{640, 0, 640, 800}));
+    EXPECT_EQ(observer().visibleFrame(window), (PixelRect{640, 0, 640, 800}));
 }
 
 TEST_F(X11DeadWindowManagerTest, WindowsThatCameAndWentMeanwhileAreKnownUnderAnotherWindowManager) {
     killWindowManager();
-    closeLastClient(window_);
+    closeLastClient(window);
     startClient(plainWindow({.title = "New"}));
     startFluxbox();
     const auto added = observer().findWindow("New");
@@ -125,7 +125,7 @@ TEST_F(X11DeadWindowManagerTest, WindowsThatCameAndWentMeanwhileAreKnownUnderAno
 
     EXPECT_EQ(windowsOfLastClient(), std::vector{*added});
     EXPECT_EQ(focusedWindow().number, *added);
-    EXPECT_EQ(windowSystem().attributes(id_, Reading::atOnce, soon()).error(), AXError::invalidElement);
+    EXPECT_EQ(windowSystem().attributes(id, Reading::atOnce, soon()).error(), AXError::invalidElement);
 }
 
 TEST_F(X11DeadWindowManagerTest, PanelsAndDesktopsAreThoseOfTheNewWindowManager) {

@@ -17,7 +17,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::Field;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 /// The primary display on the right and below, one to its left and one above it, all of different sizes.
