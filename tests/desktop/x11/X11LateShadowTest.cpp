@@ -23,6 +23,15 @@ protected:
         HostileClient(observer().connection()).setNumbers(number_, "_GTK_FRAME_EXTENTS", "CARDINAL", extents);
     }
 
+    /// As a client asks for a size of its own.
+    void resizeAsClient(std::uint32_t width, std::uint32_t height) {
+        const std::array<std::uint32_t, 2> size{width, height};
+        xcb_configure_window(observer().connection().raw(), number_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                             size.data());
+        observer().connection().synchronise();
+        ASSERT_TRUE(observer().waitForWindowManager());
+    }
+
     void maximize() {
         const auto maximized = pager().maximize(number_);
         ASSERT_TRUE(maximized) << maximized.error();
@@ -96,6 +105,27 @@ TEST_F(X11LateShadowTest, TheLastRequestedFrameIsAsserted) {
     declareShadow(20);
 
     EXPECT_TRUE(runUntil([this] { return visibleFrame() == (PixelRect{0, 0, 500, 800}); }));
+}
+
+TEST_F(X11LateShadowTest, TheFrameIsAssertedAgainWhenTheClientTakesASizeThatItRemembers) {
+    maximize();
+    place(wanted);
+
+    resizeAsClient(500, 300);
+
+    EXPECT_TRUE(runUntil([this] { return visibleFrame() == wantedPixels; }));
+}
+
+TEST_F(X11LateShadowTest, AClientThatInsistsOnItsSizeHasItsWay) {
+    maximize();
+    place(wanted);
+    resizeAsClient(500, 300);
+    ASSERT_TRUE(runUntil([this] { return visibleFrame() == wantedPixels; }));
+
+    resizeAsClient(500, 300);
+    handleWhatHasArrived();
+
+    EXPECT_EQ(clientRect(), (PixelRect{100, 50, 500, 300}));
 }
 
 TEST_F(X11LateShadowTest, AChangeOfShadowAloneMovesNothing) {

@@ -15,6 +15,9 @@ using std::chrono::steady_clock;
 constexpr std::chrono::milliseconds shadowMayComeLate{250};
 constexpr std::chrono::milliseconds readWaitsForShadow{60};
 
+/// Some clients declare their shadow in two steps; after this long without another one it is the last.
+constexpr std::chrono::milliseconds shadowSettles{10};
+
 /// Some window managers place a client that once had a border of its own (they take it off) lower and further right by
 /// that border, whose width no property tells. It is small, and the same on both axes.
 constexpr double largestClientBorder = 4;
@@ -78,6 +81,7 @@ std::expected<Rect, AXError> X11FrameWriter::place(xcb_window_t window, const Re
         settled = placeWithShadowToldAgain(window, *settled, visible, deadline);
     if (settled && isIgnored(*facts, *settled, visible)) settled = placeInOtherWays(window, *facts, visible, deadline);
     if (!settled) return std::unexpected(settled.error());
+    if (freshlyNormal_ && freshlyNormal_->window == window) freshlyNormal_->landed = settled->geometry.visible();
     return settled->geometry.visible();
 }
 
@@ -103,8 +107,8 @@ X11FrameWriter::FactsOrError X11FrameWriter::putBackToNormal(xcb_window_t window
     if (facts.shaded) requests_.unshade(window);
     if (auto acted = barrier_.wait(deadline); !acted) return std::unexpected(acted.error());
     const auto now = steady_clock::now();
-    freshlyNormal_ =
-        FreshlyNormal{window, visible, now + shadowMayComeLate, facts.declaresShadow ? now + readWaitsForShadow : now};
+    freshlyNormal_ = FreshlyNormal{
+        window, visible, {}, now + shadowMayComeLate, facts.declaresShadow ? now + readWaitsForShadow : now};
     return read(window, deadline);
 }
 
@@ -174,15 +178,26 @@ void X11FrameWriter::waitForShadow(xcb_window_t window, Deadline deadline) {
     if (!freshlyNormal_ || freshlyNormal_->window != window || freshlyNormal_->shadowDeclared) return;
     const Deadline until = std::min(deadline, freshlyNormal_->readUntil);
     if (steady_clock::now() >= until) return;
+    const auto isDeclaration = [this](const xcb_generic_event_t& event) {
+        return freshlyNormal_ && isShadowDeclaration(event, *freshlyNormal_);
+    };
     // A client that stays silent costs the wait once; afterwards a change is followed by its event alone.
-    [[maybe_unused]] const auto declared = connection_.waitForEvent(
-        [this](const xcb_generic_event_t&) { return freshlyNormal_ && freshlyNormal_->shadowDeclared; }, until);
+    bool another = connection_.waitForEvent(isDeclaration, until).has_value();
+    while (another)
+        another =
+            connection_.waitForEvent(isDeclaration, std::min(until, steady_clock::now() + shadowSettles)).has_value();
 }
 
 bool X11FrameWriter::isShadowDeclaration(const xcb_generic_event_t& event, const FreshlyNormal& placed) const {
     if (eventType(event) != XCB_PROPERTY_NOTIFY) return false;
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
     return change.window == placed.window && change.atom == atoms_[X11AtomName::gtkFrameExtents];
+}
+
+bool X11FrameWriter::isOwnChange(const xcb_generic_event_t& event, const FreshlyNormal& placed) const {
+    if (isShadowDeclaration(event, placed)) return true;
+    return eventType(event) == XCB_CONFIGURE_NOTIFY &&
+           reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == placed.window;
 }
 
 void X11FrameWriter::noteEvent(const xcb_generic_event_t& event) {
@@ -194,18 +209,20 @@ void X11FrameWriter::noteEvent(const xcb_generic_event_t& event) {
     if (freshlyNormal_ && isShadowDeclaration(event, *freshlyNormal_)) freshlyNormal_->shadowDeclared = true;
 }
 
-/// The frame was placed with the shadow known then; it is placed once more with the one declared since.
+/// The frame was placed with what was known then; it is placed once more after what the client has changed since.
 void X11FrameWriter::reassert(const xcb_generic_event_t& event) {
-    if (!freshlyNormal_ || !isShadowDeclaration(event, *freshlyNormal_) || isWaitingForWindowManager()) return;
+    if (!freshlyNormal_ || !isOwnChange(event, *freshlyNormal_) || isWaitingForWindowManager()) return;
     const FreshlyNormal placed = *freshlyNormal_;
     const auto now = steady_clock::now();
     if (now > placed.until) {
         freshlyNormal_.reset();
         return;
     }
-    // A declaration may also say what was known already; only one that matters uses the re-assertion up.
+    // An event may also tell of the placement itself, or of what was known already; that uses nothing up.
     const auto facts = read(placed.window, now + readWaitsForShadow);
-    if (!facts || facts->isMaximized() || facts->fullScreen || facts->geometry.visible() == placed.visible) return;
+    if (!facts || facts->isMaximized() || facts->fullScreen) return;
+    const Rect seen = facts->geometry.visible();
+    if (seen == placed.visible || seen == placed.landed) return;
     freshlyNormal_.reset();
     requests_.place(placed.window, *facts, facts->geometry.clientFor(placed.visible), manager_.placementMethod());
 }

@@ -44,11 +44,12 @@ public:
 private:
     using FactsOrError = std::expected<X11WindowFacts, AXError>;
 
-    /// A window that was put back to normal and placed a moment ago. Its client declares its shadow again some
-    /// milliseconds later, by which the placed frame is then off.
+    /// A window that was put back to normal and placed a moment ago. Some milliseconds later its client declares its
+    /// shadow again, by which the placed frame is then off, or takes the size that it remembers.
     struct FreshlyNormal {
         xcb_window_t window;
-        Rect visible;
+        Rect visible;                ///< as it was asked for
+        std::optional<Rect> landed;  ///< as it came to be when the window manager had acted
         Deadline until;
         Deadline readUntil;
         bool shadowDeclared = false;
@@ -80,6 +81,7 @@ private:
     void noteEvent(const xcb_generic_event_t& event);
     void reassert(const xcb_generic_event_t& event);
     [[nodiscard]] bool isShadowDeclaration(const xcb_generic_event_t& event, const FreshlyNormal& placed) const;
+    [[nodiscard]] bool isOwnChange(const xcb_generic_event_t& event, const FreshlyNormal& placed) const;
 
     X11Connection& connection_;
     const X11Atoms& atoms_;

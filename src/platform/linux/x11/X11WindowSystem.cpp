@@ -319,10 +319,13 @@ void X11WindowSystem::getToKnowWindows(Deadline deadline) {
 }
 
 void X11WindowSystem::checkDisplaysSoon() {
+    // From the first change of a burst on, so that one without end cannot keep it from being told.
+    if (std::exchange(checksDisplays_, true)) return;
     displaysCheck_ = runLoop_.after(displaysSettle, [this] { checkDisplays(); });
 }
 
 void X11WindowSystem::checkDisplays() {
+    checksDisplays_ = false;
     auto current = displays();
     if (connection_.isLost() || current == toldDisplays_) return;
     toldDisplays_ = std::move(current);

@@ -77,6 +77,7 @@ private:
     Observer observer_;
     std::vector<DisplayDescription> toldDisplays_;
     RunLoop::Timer displaysCheck_;
+    bool checksDisplays_ = false;
     RunLoop::Timer windowsLook_;
     bool looksAtWindows_ = false;
     Subscription handler_;
