@@ -107,11 +107,11 @@ TEST_F(X11LateShadowTest, TheLastRequestedFrameIsAsserted) {
     EXPECT_TRUE(runUntil([this] { return visibleFrame() == (PixelRect{0, 0, 500, 800}); }));
 }
 
-TEST_F(X11LateShadowTest, TheFrameIsAssertedAgainWhenTheClientTakesASizeThatItRemembers) {
+TEST_F(X11LateShadowTest, TheFrameIsAssertedAgainWhenTheClientTakesTheSizeOfBefore) {
     maximize();
     place(wanted);
 
-    resizeAsClient(500, 300);
+    resizeAsClient(300, 200);
 
     EXPECT_TRUE(runUntil([this] { return visibleFrame() == wantedPixels; }));
 }
@@ -119,13 +119,24 @@ TEST_F(X11LateShadowTest, TheFrameIsAssertedAgainWhenTheClientTakesASizeThatItRe
 TEST_F(X11LateShadowTest, AClientThatInsistsOnItsSizeHasItsWay) {
     maximize();
     place(wanted);
-    resizeAsClient(500, 300);
+    resizeAsClient(300, 200);
     ASSERT_TRUE(runUntil([this] { return visibleFrame() == wantedPixels; }));
 
-    resizeAsClient(500, 300);
+    resizeAsClient(300, 200);
     handleWhatHasArrived();
 
-    EXPECT_EQ(clientRect(), (PixelRect{100, 50, 500, 300}));
+    EXPECT_EQ(clientRect(), (PixelRect{100, 50, 300, 200}));
+}
+
+TEST_F(X11LateShadowTest, AWindowThatSomebodyPutsElsewhereStaysThere) {
+    maximize();
+    place(wanted);
+
+    const auto moved = pager().place(number(), {300, 200, 300, 200});
+    ASSERT_TRUE(moved) << moved.error();
+    handleWhatHasArrived();
+
+    EXPECT_EQ(clientRect(), (PixelRect{300, 200, 300, 200}));
 }
 
 TEST_F(X11LateShadowTest, AChangeOfShadowAloneMovesNothing) {

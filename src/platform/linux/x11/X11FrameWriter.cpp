@@ -25,6 +25,22 @@ constexpr double largestClientBorder = 4;
 /// As in the size hints: the position is the client's own.
 constexpr std::uint32_t staticGravity = 10;
 
+/// Whether nothing but the shadow, and the client by as much, is different from what it was. A window that is anywhere
+/// else was put there by somebody.
+bool hasChangedItsShadow(const X11FrameGeometry& landed, const X11FrameGeometry& seen) {
+    const X11Extents& shadow = seen.shadow;
+    const double most = std::max({shadow.left, shadow.right, shadow.top, shadow.bottom, landed.shadow.left,
+                                  landed.shadow.right, landed.shadow.top, landed.shadow.bottom});
+    const auto isNear = [most](double one, double other) { return std::abs(one - other) <= most; };
+    return isNear(seen.client.minX(), landed.client.minX()) && isNear(seen.client.minY(), landed.client.minY()) &&
+           isNear(seen.client.maxX(), landed.client.maxX()) && isNear(seen.client.maxY(), landed.client.maxY());
+}
+
+/// Whether the window stayed where it was placed and has the size again that it had before it was maximised.
+bool hasTakenNormalSize(const X11FrameGeometry& landed, const X11FrameGeometry& seen, const Size& normalSize) {
+    return seen.visible().origin() == landed.visible().origin() && seen.visible().size() == normalSize;
+}
+
 bool isClientBorder(Point offset) {
     return offset.x == offset.y && offset.x > 0 && offset.x <= largestClientBorder;
 }
@@ -81,7 +97,7 @@ std::expected<Rect, AXError> X11FrameWriter::place(xcb_window_t window, const Re
         settled = placeWithShadowToldAgain(window, *settled, visible, deadline);
     if (settled && isIgnored(*facts, *settled, visible)) settled = placeInOtherWays(window, *facts, visible, deadline);
     if (!settled) return std::unexpected(settled.error());
-    if (freshlyNormal_ && freshlyNormal_->window == window) freshlyNormal_->landed = settled->geometry.visible();
+    if (freshlyNormal_ && freshlyNormal_->window == window) freshlyNormal_->landed = settled->geometry;
     return settled->geometry.visible();
 }
 
@@ -106,10 +122,16 @@ X11FrameWriter::FactsOrError X11FrameWriter::putBackToNormal(xcb_window_t window
     if (facts.isMaximized()) requests_.unmaximize(window);
     if (facts.shaded) requests_.unshade(window);
     if (auto acted = barrier_.wait(deadline); !acted) return std::unexpected(acted.error());
+    const auto normal = read(window, deadline);
+    if (!normal) return normal;
     const auto now = steady_clock::now();
-    freshlyNormal_ = FreshlyNormal{
-        window, visible, {}, now + shadowMayComeLate, facts.declaresShadow ? now + readWaitsForShadow : now};
-    return read(window, deadline);
+    freshlyNormal_ = FreshlyNormal{.window = window,
+                                   .normalSize = normal->geometry.visible().size(),
+                                   .visible = visible,
+                                   .landed = {},
+                                   .until = now + shadowMayComeLate,
+                                   .readUntil = facts.declaresShadow ? now + readWaitsForShadow : now};
+    return normal;
 }
 
 X11FrameWriter::FactsOrError X11FrameWriter::placeOnce(xcb_window_t window, const X11WindowFacts& facts,
@@ -194,7 +216,7 @@ bool X11FrameWriter::isShadowDeclaration(const xcb_generic_event_t& event, const
     return change.window == placed.window && change.atom == atoms_[X11AtomName::gtkFrameExtents];
 }
 
-bool X11FrameWriter::isOwnChange(const xcb_generic_event_t& event, const FreshlyNormal& placed) const {
+bool X11FrameWriter::concerns(const xcb_generic_event_t& event, const FreshlyNormal& placed) const {
     if (isShadowDeclaration(event, placed)) return true;
     return eventType(event) == XCB_CONFIGURE_NOTIFY &&
            reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == placed.window;
@@ -211,7 +233,7 @@ void X11FrameWriter::noteEvent(const xcb_generic_event_t& event) {
 
 /// The frame was placed with what was known then; it is placed once more after what the client has changed since.
 void X11FrameWriter::reassert(const xcb_generic_event_t& event) {
-    if (!freshlyNormal_ || !isOwnChange(event, *freshlyNormal_) || isWaitingForWindowManager()) return;
+    if (!freshlyNormal_ || !concerns(event, *freshlyNormal_) || isWaitingForWindowManager()) return;
     const FreshlyNormal placed = *freshlyNormal_;
     const auto now = steady_clock::now();
     if (now > placed.until) {
@@ -221,8 +243,12 @@ void X11FrameWriter::reassert(const xcb_generic_event_t& event) {
     // An event may also tell of the placement itself, or of what was known already; that uses nothing up.
     const auto facts = read(placed.window, now + readWaitsForShadow);
     if (!facts || facts->isMaximized() || facts->fullScreen) return;
-    const Rect seen = facts->geometry.visible();
-    if (seen == placed.visible || seen == placed.landed) return;
+    const X11FrameGeometry& seen = facts->geometry;
+    if (seen.visible() == placed.visible || !placed.landed || seen == *placed.landed) return;
+    const bool isOfItsOwn = isShadowDeclaration(event, placed)
+                                ? hasChangedItsShadow(*placed.landed, seen)
+                                : hasTakenNormalSize(*placed.landed, seen, placed.normalSize);
+    if (!isOfItsOwn) return;
     freshlyNormal_.reset();
     requests_.place(placed.window, *facts, facts->geometry.clientFor(placed.visible), manager_.placementMethod());
 }

@@ -48,8 +48,10 @@ private:
     /// shadow again, by which the placed frame is then off, or takes the size that it remembers.
     struct FreshlyNormal {
         xcb_window_t window;
-        Rect visible;                ///< as it was asked for
-        std::optional<Rect> landed;  ///< as it came to be when the window manager had acted
+        Size normalSize;  ///< that it had in normal state
+        Rect visible;     ///< as it was asked for
+        /// As it came to be when the window manager had acted.
+        std::optional<X11FrameGeometry> landed;
         Deadline until;
         Deadline readUntil;
         bool shadowDeclared = false;
@@ -80,8 +82,8 @@ private:
     void waitForShadow(xcb_window_t window, Deadline deadline);
     void noteEvent(const xcb_generic_event_t& event);
     void reassert(const xcb_generic_event_t& event);
+    [[nodiscard]] bool concerns(const xcb_generic_event_t& event, const FreshlyNormal& placed) const;
     [[nodiscard]] bool isShadowDeclaration(const xcb_generic_event_t& event, const FreshlyNormal& placed) const;
-    [[nodiscard]] bool isOwnChange(const xcb_generic_event_t& event, const FreshlyNormal& placed) const;
 
     X11Connection& connection_;
     const X11Atoms& atoms_;
