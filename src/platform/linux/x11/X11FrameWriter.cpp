@@ -244,10 +244,11 @@ void X11FrameWriter::reassert(const xcb_generic_event_t& event) {
     const auto facts = read(placed.window, now + readWaitsForShadow);
     if (!facts || facts->isMaximized() || facts->fullScreen) return;
     const X11FrameGeometry& seen = facts->geometry;
-    if (seen.visible() == placed.visible || !placed.landed || seen == *placed.landed) return;
-    const bool isOfItsOwn = isShadowDeclaration(event, placed)
-                                ? hasChangedItsShadow(*placed.landed, seen)
-                                : hasTakenNormalSize(*placed.landed, seen, placed.normalSize);
+    if (!placed.landed) return;
+    const X11FrameGeometry landed = *placed.landed;
+    if (seen.visible() == placed.visible || seen == landed) return;
+    const bool isOfItsOwn = isShadowDeclaration(event, placed) ? hasChangedItsShadow(landed, seen)
+                                                               : hasTakenNormalSize(landed, seen, placed.normalSize);
     if (!isOfItsOwn) return;
     freshlyNormal_.reset();
     requests_.place(placed.window, *facts, facts->geometry.clientFor(placed.visible), manager_.placementMethod());
