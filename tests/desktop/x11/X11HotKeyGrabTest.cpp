@@ -280,7 +280,7 @@ TEST_F(X11HotKeyGrabTest, AServerThatDoesNotAnswerIsNotWaitedForWithoutABoundAnd
     EXPECT_EQ(late.install(), hotKeyInternalError);
     EXPECT_EQ(late.add(Key::left, commandOption, 1), hotKeyInternalError);
 
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
     desktop().server().thaw();
     EXPECT_EQ(late.install(), noError);
     EXPECT_EQ(late.add(Key::left, commandOption, 2), noError);

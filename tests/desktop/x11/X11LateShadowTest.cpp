@@ -139,6 +139,19 @@ TEST_F(X11LateShadowTest, AWindowThatSomebodyPutsElsewhereStaysThere) {
     EXPECT_EQ(clientRect(), (PixelRect{300, 200, 300, 200}));
 }
 
+TEST_F(X11LateShadowTest, AWindowThatSomebodyNudgesStaysThereWhenItsShadowIsToldAgain) {
+    declareShadow(20);
+    maximize();
+    place(wanted);
+
+    const auto moved = pager().place(number(), {110, 55, 640, 400}, 0);
+    ASSERT_TRUE(moved) << moved.error();
+    declareShadow(20);
+    handleWhatHasArrived();
+
+    EXPECT_EQ(visibleFrame(), (PixelRect{110, 55, 640, 400}));
+}
+
 TEST_F(X11LateShadowTest, AChangeOfShadowAloneMovesNothing) {
     place(wanted);
     const PixelRect placed = clientRect();

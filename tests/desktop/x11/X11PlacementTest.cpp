@@ -1,4 +1,7 @@
+#include "desktop/harness/HostileClient.h"
 #include "desktop/x11/X11Test.h"
+
+#include <array>
 
 namespace velmorand::desktop {
 namespace {
@@ -81,6 +84,21 @@ TEST_F(X11PlacementTest, TheWayThatWorkedIsForgottenWithItsWindowManager) {
     EXPECT_EQ(seen, first);
     EXPECT_EQ(seenNext, second);
     EXPECT_EQ(requestsNext, requests);
+}
+
+TEST_F(X11PlacementTest, OneThatTakesItsAdvertisementBackIsAskedInTheOtherWayAtOnce) {
+    openUnder({"--ignore-message"});
+    XConnection& client = observer().connection();
+    const std::array supported{client.atom("_NET_SUPPORTING_WM_CHECK"), client.atom("_NET_FRAME_EXTENTS")};
+    HostileClient(client).setNumbers(client.root(), "_NET_SUPPORTED", "ATOM", supported);
+    ASSERT_FALSE(windowSystem().missingForTrust(soon()));
+
+    const auto [seen, requests] = placeAndCount(first);
+    const auto [seenNext, requestsNext] = placeAndCount(second);
+
+    EXPECT_EQ(seen, first);
+    EXPECT_EQ(seenNext, second);
+    EXPECT_EQ(requests, requestsNext);
 }
 
 TEST_F(X11PlacementTest, AWindowInATileThatNothingTellsOfLeavesItByBeingMaximized) {

@@ -47,7 +47,9 @@ std::expected<RunningApplication, X11Failure> X11Applications::applicationOf(Win
     const std::optional<std::int32_t> pid = *process;
     RunningApplication application = identify(window.number, pid, deadline);
     if (pid) processWatcher_.watch(*pid);
-    registry_.setApplication(window, application);
+    // What could not be read in time is asked for again.
+    const bool isCertain = std::chrono::steady_clock::now() < deadline && !connection_.isLost();
+    if (isCertain) registry_.setApplication(window, application);
     return application;
 }
 
@@ -67,7 +69,8 @@ std::expected<std::optional<std::int32_t>, X11Failure> X11Applications::processO
     const std::array textTypes{std::uint32_t{XCB_ATOM_STRING}, std::uint32_t{atoms_[X11AtomName::utf8String]}};
     const auto machineName = decodeIdentifier(*machine, textTypes, longestIdentifier);
     if (machineName && *machineName != hostName()) return std::nullopt;
-    if (const auto process = processByServer(window, deadline)) return process;
+    const auto process = processByServer(window, deadline);
+    if (!process || *process) return process;
 
     const auto claims = decodeItems(*pidProperty, XCB_ATOM_CARDINAL);
     if (!machineName || !claims || claims->size() != 1) return std::nullopt;
@@ -75,11 +78,13 @@ std::expected<std::optional<std::int32_t>, X11Failure> X11Applications::processO
     return claimed > 1 && processExists(claimed) ? std::optional(claimed) : std::nullopt;
 }
 
-std::optional<std::int32_t> X11Applications::processByServer(xcb_window_t window, Deadline deadline) {
+std::expected<std::optional<std::int32_t>, X11Failure> X11Applications::processByServer(xcb_window_t window,
+                                                                                        Deadline deadline) {
     if (!serverKnowsProcesses_) return std::nullopt;  // asking all the same would end the connection
     const xcb_res_client_id_spec_t wanted{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     const auto reply = connection_.reply<xcb_res_query_client_ids_reply_t>(
         xcb_res_query_client_ids(connection_.raw(), 1, &wanted), deadline);
+    if (!reply && reply.error() != X11Failure::error) return std::unexpected(reply.error());
     if (!reply) return std::nullopt;
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply->get()); ids.rem > 0;
          xcb_res_client_id_value_next(&ids)) {

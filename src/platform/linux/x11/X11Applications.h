@@ -36,7 +36,8 @@ public:
 private:
     [[nodiscard]] std::expected<std::optional<std::int32_t>, X11Failure> processOf(xcb_window_t window,
                                                                                    Deadline deadline);
-    [[nodiscard]] std::optional<std::int32_t> processByServer(xcb_window_t window, Deadline deadline);
+    [[nodiscard]] std::expected<std::optional<std::int32_t>, X11Failure> processByServer(xcb_window_t window,
+                                                                                         Deadline deadline);
     [[nodiscard]] std::int32_t pidOfClient(xcb_window_t window);
     [[nodiscard]] RunningApplication identify(xcb_window_t window, std::optional<std::int32_t> pid, Deadline deadline);
 

@@ -10,6 +10,13 @@
 
 namespace velmorand {
 
+namespace {
+
+/// A client that makes events as fast as they are taken must not keep us at it.
+constexpr std::size_t mostEventsAtOnce = 4096;
+
+}  // namespace
+
 struct X11Connection::Callbacks {
     struct Entry {
         EventCallback callback;
@@ -120,7 +127,11 @@ void X11Connection::takeIn(X11Event event) {
 }
 
 void X11Connection::takeInEvents() {
-    while (X11Event event{xcb_poll_for_event(connection_)}) takeIn(std::move(event));
+    for (std::size_t taken = 0; taken < mostEventsAtOnce; ++taken) {
+        X11Event event{xcb_poll_for_event(connection_)};
+        if (!event) return;
+        takeIn(std::move(event));
+    }
 }
 
 std::expected<void, X11Failure> X11Connection::waitForEvent(
@@ -131,6 +142,7 @@ std::expected<void, X11Failure> X11Connection::waitForEvent(
             const std::size_t before = arrived_.size();
             takeIn(std::move(event));
             if (arrived_.size() > before && wanted(*arrived_.back())) return {};
+            if (std::chrono::steady_clock::now() >= deadline) return std::unexpected(X11Failure::timeout);
         }
         if (isLost()) return std::unexpected(X11Failure::lost);
         if (const auto failure = waitForData(deadline)) return std::unexpected(*failure);

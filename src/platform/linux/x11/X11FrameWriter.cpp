@@ -28,9 +28,11 @@ constexpr std::uint32_t staticGravity = 10;
 /// Whether nothing but the shadow, and the client by as much, is different from what it was. A window that is anywhere
 /// else was put there by somebody.
 bool hasChangedItsShadow(const X11FrameGeometry& landed, const X11FrameGeometry& seen) {
-    const X11Extents& shadow = seen.shadow;
-    const double most = std::max({shadow.left, shadow.right, shadow.top, shadow.bottom, landed.shadow.left,
-                                  landed.shadow.right, landed.shadow.top, landed.shadow.bottom});
+    const X11Extents& now = seen.shadow;
+    const X11Extents& before = landed.shadow;
+    if (now == before) return false;
+    const double most = std::max({std::abs(now.left - before.left), std::abs(now.right - before.right),
+                                  std::abs(now.top - before.top), std::abs(now.bottom - before.bottom)});
     const auto isNear = [most](double one, double other) { return std::abs(one - other) <= most; };
     return isNear(seen.client.minX(), landed.client.minX()) && isNear(seen.client.minY(), landed.client.minY()) &&
            isNear(seen.client.maxX(), landed.client.maxX()) && isNear(seen.client.maxY(), landed.client.maxY());
@@ -39,6 +41,18 @@ bool hasChangedItsShadow(const X11FrameGeometry& landed, const X11FrameGeometry&
 /// Whether the window stayed where it was placed and has the size again that it had before it was maximised.
 bool hasTakenNormalSize(const X11FrameGeometry& landed, const X11FrameGeometry& seen, const Size& normalSize) {
     return seen.visible().origin() == landed.visible().origin() && seen.visible().size() == normalSize;
+}
+
+/// Whether the window looks like `visible`, apart from what its size steps take off.
+bool isWhereItBelongs(const X11WindowFacts& facts, const Rect& visible) {
+    const Rect wanted = facts.geometry.clientFor(visible);
+    const Rect& client = facts.geometry.client;
+    return wanted.origin() == client.origin() && facts.sizeHints.rounded(wanted.size()) == client.size();
+}
+
+Rect onWholePixels(const Rect& frame) {
+    return Rect::fromEdges(std::round(frame.minX()), std::round(frame.minY()), std::round(frame.maxX()),
+                           std::round(frame.maxY()));
 }
 
 bool isClientBorder(Point offset) {
@@ -50,7 +64,7 @@ bool isClientBorder(Point offset) {
 bool isKeptByItsShadow(const X11WindowFacts& before, const X11WindowFacts& after, const Rect& visible) {
     const X11Extents& shadow = after.geometry.shadow;
     const Rect seen = after.geometry.visible();
-    if (shadow == X11Extents{} || seen == visible || after.isMaximized()) return false;
+    if (shadow == X11Extents{} || isWhereItBelongs(after, visible) || after.isMaximized()) return false;
     if (!before.sizeHints.allows(before.geometry.clientFor(visible).size())) return false;
     const double across = shadow.left + shadow.right;
     const double down = shadow.top + shadow.bottom;
@@ -60,10 +74,7 @@ bool isKeptByItsShadow(const X11WindowFacts& before, const X11WindowFacts& after
 
 bool isIgnored(const X11WindowFacts& before, const X11WindowFacts& after, const Rect& visible) {
     if (after.geometry != before.geometry || after.isMaximized()) return false;
-    const Rect wanted = before.geometry.clientFor(visible);
-    const Rect& client = before.geometry.client;
-    const bool isThere = wanted.origin() == client.origin() && before.sizeHints.rounded(wanted.size()) == client.size();
-    return !isThere && before.sizeHints.allows(wanted.size());
+    return !isWhereItBelongs(before, visible) && before.sizeHints.allows(before.geometry.clientFor(visible).size());
 }
 
 X11FrameWriter::X11FrameWriter(X11Connection& connection, const X11Atoms& atoms, X11WindowManager& manager)
@@ -78,9 +89,11 @@ X11FrameWriter::X11FrameWriter(X11Connection& connection, const X11Atoms& atoms,
 void X11FrameWriter::windowManagerChanged() {
     barrier_.windowManagerChanged();
     lastRefusal_.reset();
+    freshlyNormal_.reset();
 }
 
-std::expected<Rect, AXError> X11FrameWriter::place(xcb_window_t window, const Rect& visible, Deadline deadline) {
+std::expected<Rect, AXError> X11FrameWriter::place(xcb_window_t window, const Rect& frame, Deadline deadline) {
+    const Rect visible = onWholePixels(frame);
     if (isWaitingForWindowManager()) return std::unexpected(AXError::cannotComplete);
     auto facts = read(window, deadline);
     if (!facts) return std::unexpected(facts.error());
@@ -158,9 +171,12 @@ X11FrameWriter::FactsOrError X11FrameWriter::request(xcb_window_t window, const 
 /// Adding nothing to the property changes nothing, but makes everyone who watches it read it anew.
 X11FrameWriter::FactsOrError X11FrameWriter::placeWithShadowToldAgain(xcb_window_t window, const X11WindowFacts& facts,
                                                                       const Rect& visible, Deadline deadline) {
+    const bool wasDeclared = freshlyNormal_ && freshlyNormal_->shadowDeclared;  // which our own event says nothing of
     xcb_change_property(connection_.raw(), XCB_PROP_MODE_APPEND, window, atoms_[X11AtomName::gtkFrameExtents],
                         XCB_ATOM_CARDINAL, 32, 0, nullptr);
-    return placeOnce(window, facts, visible, manager_.placementMethod(), deadline);
+    auto settled = placeOnce(window, facts, visible, manager_.placementMethod(), deadline);
+    if (freshlyNormal_ && freshlyNormal_->window == window) freshlyNormal_->shadowDeclared = wasDeclared;
+    return settled;
 }
 
 /// A window in a tile that no property tells of leaves it by being maximised and put back; a window manager that does
@@ -178,11 +194,8 @@ X11FrameWriter::FactsOrError X11FrameWriter::placeInOtherWays(xcb_window_t windo
     }
     settled = placeOnce(window, facts, visible, otherThan(method), deadline);
     if (!settled) return settled;
-    if (isIgnored(facts, *settled, visible)) {
-        lastRefusal_ = refusal;
-    } else {
-        manager_.setPlacementMethod(otherThan(method));
-    }
+    if (isIgnored(facts, *settled, visible)) lastRefusal_ = refusal;
+    if (isWhereItBelongs(*settled, visible)) manager_.setPlacementMethod(otherThan(method));
     return settled;
 }
 

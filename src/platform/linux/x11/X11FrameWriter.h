@@ -35,7 +35,7 @@ public:
     /// Puts the window back to normal state where needed, places it with one request and waits until the window
     /// manager has acted; what ignores the request is asked in other ways. Answers the frame the window then has. A
     /// window in normal state that is there already is left alone.
-    [[nodiscard]] std::expected<Rect, AXError> place(xcb_window_t window, const Rect& visible, Deadline deadline);
+    [[nodiscard]] std::expected<Rect, AXError> place(xcb_window_t window, const Rect& frame, Deadline deadline);
 
     /// Reads the window; right after it was put back to normal, the client may be about to declare its shadow
     /// anew, which a settled reading waits for shortly.

@@ -79,9 +79,12 @@ std::expected<std::vector<X11Monitor>, X11Failure> X11Monitors::askServer(Deadli
     const auto root =
         connection_.reply<xcb_get_geometry_reply_t>(xcb_get_geometry(connection_.raw(), connection_.root()), deadline);
     if (!root) return std::unexpected(root.error());
-    rootSize_ = {static_cast<double>((*root)->width), static_cast<double>((*root)->height)};
+    const Size rootSize{static_cast<double>((*root)->width), static_cast<double>((*root)->height)};
     std::vector<X11Monitor> monitors;
-    if (randrEvents_ == 0) return monitors;
+    if (randrEvents_ == 0) {
+        rootSize_ = rootSize;
+        return monitors;
+    }
     const auto reply = connection_.reply<xcb_randr_get_monitors_reply_t>(
         xcb_randr_get_monitors(connection_.raw(), connection_.root(), 1), deadline);
     if (!reply) return std::unexpected(reply.error());
@@ -96,6 +99,7 @@ std::expected<std::vector<X11Monitor>, X11Failure> X11Monitors::askServer(Deadli
                              static_cast<double>(info.height)},
                             info.primary != 0});
     }
+    rootSize_ = rootSize;  // together with the monitors, or the panels would be measured from another edge
     return monitors;
 }
 

@@ -53,7 +53,7 @@ bool X11WindowManager::isAlive(Deadline deadline) {
     // As many events as of any other window: whoever wrote the property may have named one that is known already.
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection_.raw(), checkWindow_, XCB_CW_EVENT_MASK, &events);
-    if (!readAbilities(deadline)) checkWindow_ = XCB_WINDOW_NONE;
+    if (!readAbilities(deadline)) checkWindow_ = XCB_WINDOW_NONE;  // also when no answer came: it is asked for again
     return checkWindow_ != XCB_WINDOW_NONE;
 }
 
@@ -73,36 +73,46 @@ bool X11WindowManager::readAbilities(Deadline deadline) {
                                         x11_property_limit::numbers, deadline),
                         XCB_ATOM_WINDOW);
     if (itself != checkWindow || checkWindow_ != checkWindow) return false;
+    const auto nameRequest =
+        requestProperty(connection_, checkWindow, atoms_[X11AtomName::netWMName], x11_property_limit::text);
+    const auto abilitiesRequest = requestProperty(connection_, connection_.root(), atoms_[X11AtomName::netSupported],
+                                                  x11_property_limit::windows);
+    const auto nameProperty = readProperty(connection_, nameRequest, deadline);
+    const auto abilitiesProperty = readProperty(connection_, abilitiesRequest, deadline);
+    if (!nameProperty || !abilitiesProperty) return false;
+
     const std::array textTypes{std::uint32_t{XCB_ATOM_STRING}, std::uint32_t{atoms_[X11AtomName::utf8String]}};
-    const auto name = decodeIdentifier(
-        readPropertyNow(connection_, checkWindow, atoms_[X11AtomName::netWMName], x11_property_limit::text, deadline),
-        textTypes, longestName);
-    const auto abilities =
-        decodeItems(readPropertyNow(connection_, connection_.root(), atoms_[X11AtomName::netSupported],
-                                    x11_property_limit::windows, deadline),
-                    XCB_ATOM_ATOM);
+    const std::string name = decodeIdentifier(*nameProperty, textTypes, longestName).value_or("");
+    const auto abilities = decodeItems(*abilitiesProperty, XCB_ATOM_ATOM);
     const bool listsAbilities = abilities && !abilities->empty();  // else nothing says what it cannot do
     const auto has = [&](X11AtomName ability) {
         return !listsAbilities || std::ranges::count(*abilities, atoms_[ability]) > 0;
     };
-    showsSeveralDesktops_ = velmorand::showsSeveralDesktops(name.value_or(""));
+    showsSeveralDesktops_ = velmorand::showsSeveralDesktops(name);
     tellsFrameExtents_ = has(X11AtomName::netFrameExtents);
     maximizesWindows_ =
         has(X11AtomName::netWMStateMaximizedVertically) && has(X11AtomName::netWMStateMaximizedHorizontally);
-    // What was learnt about this one stays when it only changes what it advertises.
-    if (std::exchange(methodOf_, checkWindow) != checkWindow)
-        method_ = placementMethodFor(name.value_or(""), has(X11AtomName::netMoveResizeWindow));
+    chooseMethod(name, has(X11AtomName::netMoveResizeWindow));
     return true;
 }
 
+/// What was learnt about a window manager stays as long as it is the same and says the same of itself.
+void X11WindowManager::chooseMethod(std::string_view name, bool advertisesMessage) {
+    Chosen current{checkWindow_, std::string(name), advertisesMessage};
+    if (current == chosenFor_) return;
+    chosenFor_ = std::move(current);
+    method_ = placementMethodFor(name, advertisesMessage);
+}
+
 void X11WindowManager::note(const xcb_generic_event_t& event) {
-    if (eventType(event) == XCB_DESTROY_NOTIFY && !isSentEvent(event) && checkWindow_ != XCB_WINDOW_NONE &&
-        reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == checkWindow_) {
-        checkWindow_ = XCB_WINDOW_NONE;
-        methodOf_ = XCB_WINDOW_NONE;
+    if (eventType(event) == XCB_DESTROY_NOTIFY && !isSentEvent(event)) {
+        const xcb_window_t gone = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
+        if (gone == checkWindow_) checkWindow_ = XCB_WINDOW_NONE;
+        if (gone == chosenFor_.checkWindow) chosenFor_ = {};
     }
     if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    if (change.window == checkWindow_ && change.atom == atoms_[X11AtomName::netWMName]) knowsAbilities_ = false;
     if (change.window != connection_.root()) return;
     if (change.atom == atoms_[X11AtomName::netSupportingWMCheck]) checkWindow_ = XCB_WINDOW_NONE;
     if (change.atom == atoms_[X11AtomName::netSupported]) knowsAbilities_ = false;

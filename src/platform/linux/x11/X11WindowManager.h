@@ -56,12 +56,21 @@ private:
     void note(const xcb_generic_event_t& event);
     [[nodiscard]] std::optional<xcb_window_t> findCheckWindow(Deadline deadline);
     [[nodiscard]] bool readAbilities(Deadline deadline);
+    void chooseMethod(std::string_view name, bool advertisesMessage);
 
     X11Connection& connection_;
     const X11Atoms& atoms_;
     xcb_window_t checkWindow_ = XCB_WINDOW_NONE;  // while it is known to be alive
     bool knowsAbilities_ = false;
-    xcb_window_t methodOf_ = XCB_WINDOW_NONE;  // the check window of the one that the method was chosen for
+    /// The one that the method was chosen for.
+    struct Chosen {
+        xcb_window_t checkWindow = XCB_WINDOW_NONE;
+        std::string name;
+        bool advertisesMessage = false;
+
+        bool operator==(const Chosen&) const = default;
+    };
+    Chosen chosenFor_;
     X11PlacementMethod method_ = X11PlacementMethod::moveResizeMessage;
     bool tellsFrameExtents_ = true;
     bool maximizesWindows_ = true;

@@ -18,6 +18,8 @@ constexpr std::chrono::milliseconds queryTimeout{750};
 constexpr std::chrono::seconds startTimeout{5};
 /// Changes of displays and panels come in bursts.
 constexpr std::chrono::milliseconds displaysSettle{50};
+/// When the server did not answer, as while it looks at a monitor that was plugged in, it is asked again.
+constexpr std::chrono::seconds displaysRetry{1};
 
 /// How an X server that is a client of a Wayland compositor gives itself away: newer ones by an extension, older ones
 /// by the names of their outputs.
@@ -128,6 +130,8 @@ std::optional<TrustProblem> X11WindowSystem::missingForTrust(Deadline deadline) 
                             "be moved."};
     }
     if (!windowManager_.isAlive(deadline)) {
+        if (std::chrono::steady_clock::now() >= deadline)
+            return TrustProblem{AXError::cannotComplete, "The X server does not answer."};
         return TrustProblem{AXError::apiDisabled,
                             "No window manager that follows the desktop's conventions (EWMH) is running."};
     }
@@ -280,7 +284,10 @@ std::expected<Rect, AXError> X11WindowSystem::setFrame(WindowID window, const Re
 }
 
 std::vector<DisplayDescription> X11WindowSystem::displays() {
-    const Deadline deadline = queryDeadline();
+    return displays(queryDeadline());
+}
+
+std::vector<DisplayDescription> X11WindowSystem::displays(Deadline deadline) {
     const bool showsOneDesktop = windowManager_.isAlive(deadline) && !windowManager_.showsSeveralDesktops();
     return monitors_.displays(showsOneDesktop, deadline);
 }
@@ -320,13 +327,20 @@ void X11WindowSystem::getToKnowWindows(Deadline deadline) {
 
 void X11WindowSystem::checkDisplaysSoon() {
     // From the first change of a burst on, so that one without end cannot keep it from being told.
+    checkDisplaysIn(displaysSettle);
+}
+
+void X11WindowSystem::checkDisplaysIn(Duration delay) {
     if (std::exchange(checksDisplays_, true)) return;
-    displaysCheck_ = runLoop_.after(displaysSettle, [this] { checkDisplays(); });
+    displaysCheck_ = runLoop_.after(delay, [this] { checkDisplays(); });
 }
 
 void X11WindowSystem::checkDisplays() {
     checksDisplays_ = false;
-    auto current = displays();
+    const Deadline deadline = queryDeadline();
+    auto current = displays(deadline);
+    const bool isCertain = std::chrono::steady_clock::now() < deadline;
+    if (!isCertain) checkDisplaysIn(displaysRetry);
     if (connection_.isLost() || current == toldDisplays_) return;
     toldDisplays_ = std::move(current);
     if (observer_.displaysChanged) observer_.displaysChanged();

@@ -61,7 +61,9 @@ private:
     void handleRootProperty(xcb_atom_t property);
     void lookAtWindows();
     void getToKnowWindows(Deadline deadline);
+    [[nodiscard]] std::vector<DisplayDescription> displays(Deadline deadline);
     void checkDisplaysSoon();
+    void checkDisplaysIn(Duration delay);
     void checkDisplays();
 
     X11Connection& connection_;

@@ -107,6 +107,13 @@ TEST_F(X11ShadowKeepsWindowTest, NotWhenItIsFartherOffThanItsShadow) {
     EXPECT_FALSE(isKeptByItsShadow(before, after, wanted));
 }
 
+TEST_F(X11ShadowKeepsWindowTest, NotWhenItsStepsKeepItFromTheSize) {
+    after.geometry.client = {-14, -14, 620, 820};
+    after.sizeHints.step = {10, 20};
+
+    EXPECT_FALSE(isKeptByItsShadow(before, after, wanted));
+}
+
 TEST_F(X11ShadowKeepsWindowTest, NotWithoutAShadow) {
     after.geometry.shadow = {};
 
