@@ -170,7 +170,7 @@ TEST_P(X11ImpossiblePropertyTest, KeepsNoWindowFromBeingMoved) {
 
 TEST_P(X11ImpossiblePropertyTest, IsReadInPartWhenItIsHuge) {
     hostileClient().fillProperty(victim_, GetParam().property, GetParam().type, GetParam().format, hugeAmount);
-    ASSERT_TRUE(observer().waitForWindowManager()) << "it reads the whole";
+    ASSERT_TRUE(observer().waitForWindowManager(std::chrono::seconds(60))) << "it reads the whole";
 
     expectBothMove();
 }
