@@ -1,21 +1,18 @@
+#include "base/JsonValue.h"
 #include "fuzz/support/FuzzInput.h"
 #include "fuzz/support/Require.h"
 #include "shortcuts/KeyboardShortcutCoding.h"
 #include "windows/WindowActionCoding.h"
 
-#include <nlohmann/json.hpp>
-
 namespace velmorand {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 /// As the document is when it was written to a file and read again.
-Json stored(const Json& document) {
-    return Json::parse(document.dump());
+JsonValue stored(const JsonValue& document) {
+    return JsonValue::parse(document.write()).value();
 }
 
-void checkShortcut(const Json& document) {
+void checkShortcut(const JsonValue& document) {
     const auto shortcut = decodeKeyboardShortcut(document);
     const auto hotKey = decodeHotKey(document);
     if (!shortcut) {
@@ -27,7 +24,7 @@ void checkShortcut(const Json& document) {
             "a shortcut is the same after it was stored");
 }
 
-void checkAction(const Json& document) {
+void checkAction(const JsonValue& document) {
     const auto action = decodeWindowAction(document);
     require(!action || decodeWindowAction(stored(encodeWindowAction(*action))) == action,
             "an action is the same after it was stored");
@@ -38,9 +35,9 @@ void checkAction(const Json& document) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     velmorand::FuzzInput input(data, size);
-    const auto document = velmorand::Json::parse(input.remainingText(), nullptr, false);
-    if (document.is_discarded()) return 0;
-    velmorand::checkShortcut(document);
-    velmorand::checkAction(document);
+    const auto document = velmorand::JsonValue::parse(input.remainingText());
+    if (!document) return 0;
+    velmorand::checkShortcut(*document);
+    velmorand::checkAction(*document);
     return 0;
 }

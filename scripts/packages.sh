@@ -11,7 +11,7 @@ build | build-essential | C++23 compiler (g++ 12 or later) and the sanitizers' r
 build | cmake | build configuration with presets
 build | ninja-build | runs the build
 build | pkg-config | finds the X libraries
-build | nlohmann-json3-dev | stored form of shortcuts and preferences
+build | rapidjson-dev | stored form of shortcuts and preferences
 build | libfmt-dev | formatting of log lines and messages
 build | libicu-dev | whole user-perceived characters and upper-casing of key labels
 build | libsystemd-dev | the log goes to the journal

@@ -12,7 +12,8 @@
 namespace velmorand {
 
 AppDelegate::AppDelegate(Platform& platform)
-    : preferencesStore_(std::make_shared<PreferencesStore>()),
+    : preferencesStore_(
+          std::make_shared<PreferencesStore>(platform.userDefaults(), platform.runLoop(), platform.log())),
       permissionsManager_(std::make_shared<PermissionsManager>(platform.accessibility())),
       screenGeometryProvider_(std::make_shared<ScreenGeometryProvider>(platform.displays())) {
     const auto axClient = std::make_shared<AXWindowClient>(platform.accessibility(), platform.log());
@@ -36,6 +37,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationWillTerminate() {
     shortcutManager_->stop();
+    preferencesStore_->savePending();
 }
 
 }  // namespace velmorand

@@ -25,7 +25,7 @@ public:
     /// Starts the hot keys. Asks for nothing and shows nothing.
     void applicationDidFinishLaunching() override;
 
-    /// Gives the hot keys back.
+    /// Gives the hot keys back and stores what waits to be stored.
     void applicationWillTerminate() override;
 
     [[nodiscard]] PreferencesStore& preferencesStore() { return *preferencesStore_; }

@@ -46,7 +46,7 @@ public:
     }
 
     /// Calls `callback` after each later change until the returned subscription ends.
-    [[nodiscard]] Subscription subscribe(Callback callback) {
+    [[nodiscard]] Subscription subscribe(Callback callback) const {
         auto subscriber = std::make_shared<Subscriber>(std::move(callback), state_->publications);
         state_->subscribers.push_back(subscriber);
         return Subscription([state = std::weak_ptr<State>(state_), subscriber] {

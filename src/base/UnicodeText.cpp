@@ -54,6 +54,10 @@ bool isValidUtf8(std::string_view text) {
     return status != U_INVALID_CHAR_FOUND;
 }
 
+std::string validUtf8(std::string_view text) {
+    return isValidUtf8(text) ? std::string(text) : toUtf8(fromUtf8(text));
+}
+
 bool hasControlCharacter(std::string_view text) {
     const icu::UnicodeString characters = fromUtf8(text);
     for (std::int32_t i = 0; i < characters.length(); ++i) {  // control characters are single units

@@ -23,6 +23,9 @@ namespace velmorand {
 /// Whether the bytes are valid UTF-8: no overlong forms, no surrogates, nothing cut off.
 [[nodiscard]] bool isValidUtf8(std::string_view text);
 
+/// The text with U+FFFD in place of what is not valid UTF-8.
+[[nodiscard]] std::string validUtf8(std::string_view text);
+
 /// Whether the text holds a control character (category Cc), such as a line end or an escape.
 [[nodiscard]] bool hasControlCharacter(std::string_view text);
 

@@ -14,6 +14,7 @@ class HotKeyService;
 class Log;
 class NotificationCenter;
 class RunLoop;
+class UserDefaults;
 class Workspace;
 
 /// Owns every service of the operating system that the program uses. It outlives all services built on it, which
@@ -35,6 +36,7 @@ public:
     [[nodiscard]] virtual RunLoop& runLoop() = 0;
     [[nodiscard]] virtual Application& application() = 0;
     [[nodiscard]] virtual const Bundle& bundle() const = 0;
+    [[nodiscard]] virtual UserDefaults& userDefaults() = 0;
     [[nodiscard]] virtual Log& log() = 0;
 
 protected:

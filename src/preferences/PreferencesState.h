@@ -51,6 +51,13 @@ struct PreferencesState {
 /// The record of a user who never changed anything: every action has its default shortcut.
 [[nodiscard]] const PreferencesState& defaultPreferencesState();
 
+/// The record with every value as it may be: the lists without duplicates and sorted byte by byte, numbers within their
+/// limits, and nothing about actions that do not exist.
+[[nodiscard]] PreferencesState normalized(PreferencesState state);
+
+/// The record with a shortcut for every action: those that have none get their default.
+[[nodiscard]] PreferencesState completed(PreferencesState state);
+
 /// The shortcut that counts for an action: none when it is disabled, else the assigned one, else its default.
 [[nodiscard]] std::optional<KeyboardShortcut> effectiveShortcut(const PreferencesState& state, WindowAction action);
 

@@ -1,11 +1,140 @@
 #include "preferences/PreferencesStore.h"
 
+#include "base/UnicodeText.h"
+#include "platform/UserDefaults.h"
+#include "preferences/PreferencesStateCoding.h"
+
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace velmorand {
+namespace {
 
-PreferencesStore::PreferencesStore(PreferencesState initial) : state_(std::move(initial)) {}
+/// A slider in motion is stored once it has rested this long.
+constexpr std::chrono::milliseconds saveDelay{250};
+
+void disable(PreferencesState& state, WindowAction action) {
+    const std::string name(rawValue(action));
+    state.shortcuts.erase(name);
+    if (std::ranges::count(state.disabledShortcutActions, name) == 0) state.disabledShortcutActions.push_back(name);
+}
+
+void assign(PreferencesState& state, WindowAction action, const KeyboardShortcut& shortcut) {
+    const std::string name(rawValue(action));
+    state.shortcuts.insert_or_assign(name, KeyboardShortcut{shortcut.hotKey, validUtf8(shortcut.keyLabel)});
+    std::erase(state.disabledShortcutActions, name);
+}
+
+}  // namespace
+
+PreferencesStore::PreferencesStore(UserDefaults& userDefaults, RunLoop& runLoop, Log& log)
+    : userDefaults_(userDefaults),
+      runLoop_(runLoop),
+      logger_(log, "preferences"),
+      state_(load(userDefaults, logger_)) {}
+
+PreferencesStore::~PreferencesStore() = default;
+
+PreferencesState PreferencesStore::load(UserDefaults& userDefaults, const Logger& logger) {
+    const auto useDefaults = [&logger](std::string_view reason) {
+        logger.error("Failed to load preferences, using defaults: {}", reason);
+        return defaultPreferencesState();
+    };
+    const auto document = userDefaults.data(key);
+    if (!document) return useDefaults(document.error().description);
+    if (!*document) return defaultPreferencesState();
+    auto state = decodePreferencesState(**document);
+    if (!state) return useDefaults(state.error().description);
+    return completed(std::move(*state));
+}
+
+template <typename Change>
+void PreferencesStore::changeNow(Change&& change) {
+    state_.modify(std::forward<Change>(change));
+    pendingSave_.reset();
+    saveNow();
+}
+
+template <typename Change>
+void PreferencesStore::changeSoon(Change&& change) {
+    state_.modify(std::forward<Change>(change));
+    scheduleSave();
+}
+
+void PreferencesStore::setOuterPadding(double padding) {
+    changeSoon([=](PreferencesState& state) { state.outerPadding = outerPaddingLimit.limited(padding); });
+}
+
+void PreferencesStore::setInnerGap(double gap) {
+    changeSoon([=](PreferencesState& state) { state.innerGap = innerGapLimit.limited(gap); });
+}
+
+void PreferencesStore::setAnimationDuration(double duration) {
+    changeSoon([=](PreferencesState& state) { state.animationDuration = animationDurationLimit.limited(duration); });
+}
+
+void PreferencesStore::setEnableAnimations(bool enabled) {
+    changeNow([=](PreferencesState& state) { state.enableAnimations = enabled; });
+}
+
+void PreferencesStore::setClampToVisibleArea(bool clamped) {
+    changeNow([=](PreferencesState& state) { state.clampToVisibleArea = clamped; });
+}
+
+void PreferencesStore::addIgnoredApp(std::string_view bundleIdentifier) {
+    changeNow([identifier = validUtf8(bundleIdentifier)](PreferencesState& state) {
+        if (std::ranges::count(state.ignoredApps, identifier) == 0) state.ignoredApps.push_back(identifier);
+    });
+}
+
+void PreferencesStore::removeIgnoredApp(std::string_view bundleIdentifier) {
+    changeNow([=](PreferencesState& state) { std::erase(state.ignoredApps, bundleIdentifier); });
+}
+
+void PreferencesStore::setShortcut(WindowAction action, const KeyboardShortcut& shortcut) {
+    changeNow([&](PreferencesState& state) { assign(state, action, shortcut); });
+}
+
+void PreferencesStore::assignShortcut(WindowAction action, const KeyboardShortcut& shortcut,
+                                      std::span<const WindowAction> conflictingActions) {
+    changeNow([&](PreferencesState& state) {
+        for (const WindowAction conflicting : conflictingActions) disable(state, conflicting);
+        assign(state, action, shortcut);
+        state = normalized(std::move(state));
+    });
+}
+
+void PreferencesStore::removeShortcut(WindowAction action) {
+    changeNow([=](PreferencesState& state) { disable(state, action); });
+}
+
+void PreferencesStore::resetAllShortcuts() {
+    changeNow([](PreferencesState& state) {
+        state.shortcuts = defaultPreferencesState().shortcuts;
+        state.disabledShortcutActions.clear();
+    });
+}
+
+void PreferencesStore::saveNow() {
+    const auto fail = [this](std::string_view reason) { logger_.error("Failed to persist preferences: {}", reason); };
+    const auto document = encodePreferencesState(current());
+    if (!document) return fail(document.error().description);
+    if (const auto stored = userDefaults_.setData(key, *document); !stored) fail(stored.error().description);
+}
+
+void PreferencesStore::scheduleSave() {
+    pendingSave_ = runLoop_.after(saveDelay, [this] {
+        pendingSave_.reset();
+        saveNow();
+    });
+}
+
+void PreferencesStore::savePending() {
+    if (!pendingSave_) return;
+    pendingSave_.reset();
+    saveNow();
+}
 
 std::optional<KeyboardShortcut> PreferencesStore::effectiveShortcut(WindowAction action) const {
     return velmorand::effectiveShortcut(current(), action);

@@ -6,15 +6,15 @@
 
 namespace velmorand {
 
-nlohmann::ordered_json encodeWindowAction(WindowAction action) {
-    return std::string(rawValue(action));
+JsonValue encodeWindowAction(WindowAction action) {
+    return JsonValue::text(rawValue(action));
 }
 
-std::expected<WindowAction, DecodingError> decodeWindowAction(const nlohmann::ordered_json& document) {
-    if (!document.is_string()) return std::unexpected(DecodingError{"The action is not a string."});
-    const auto& name = document.get_ref<const std::string&>();
-    if (const auto action = windowActionFromRawValue(name)) return *action;
-    return std::unexpected(DecodingError{fmt::format("\"{}\" is not an action.", name)});
+std::expected<WindowAction, DecodingError> decodeWindowAction(const JsonValue& document) {
+    const std::string* name = document.asString();
+    if (name == nullptr) return std::unexpected(DecodingError{"The action is not a string."});
+    if (const auto action = windowActionFromRawValue(*name)) return *action;
+    return std::unexpected(DecodingError{fmt::format("\"{}\" is not an action.", *name)});
 }
 
 }  // namespace velmorand

@@ -101,10 +101,8 @@ TEST_F(AppDelegateTest, APressedShortcutMovesTheFocusedWindow) {
 TEST_F(AppDelegateTest, TheServicesShareTheOnePreferencesStore) {
     delegate->applicationDidFinishLaunching();
     const SimulatedWindowID id = openWindow();
-    delegate->preferencesStore().state().modify([](PreferencesState& state) {
-        state.outerPadding = 10;
-        state.shortcuts["maximize"] = {{122, ShortcutModifiers(0x1000)}, "F1"};
-    });
+    delegate->preferencesStore().setOuterPadding(10);
+    delegate->preferencesStore().setShortcut(WindowAction::maximizeWindow, {{122, ShortcutModifiers(0x1000)}, "F1"});
     platform.runLoop().runPending();
 
     service().press(122, 0x1000);

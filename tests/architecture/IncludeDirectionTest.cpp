@@ -145,7 +145,7 @@ TEST(IncludeRulesTest, LetsEachLayerUseItsLibraries) {
     constexpr auto includes = std::to_array<Arrow>({
         {"base/UnicodeText.cpp", "unicode/brkiter.h"},
         {"windows/WindowManager.cpp", "fmt/format.h"},
-        {"preferences/PreferencesState.cpp", "nlohmann/json.hpp"},
+        {"base/JsonValue.cpp", "rapidjson/reader.h"},
         {"windows/WindowManager.cpp", "string_view"},
         {"app/Main.cpp", "QGuiApplication"},
         {"settings/SettingsViewModel.h", "QtCore/QObject"},

@@ -116,8 +116,8 @@ std::optional<Layer> layerOf(std::string_view path) {
 
 std::string_view allowedLibraries(Libraries libraries) {
     switch (libraries) {
-        case Libraries::portable: return "the C++ standard library, nlohmann/json, fmt and ICU only";
-        case Libraries::portableAndQt: return "the C++ standard library, nlohmann/json, fmt, ICU and Qt only";
+        case Libraries::portable: return "the C++ standard library, RapidJSON, fmt and ICU only";
+        case Libraries::portableAndQt: return "the C++ standard library, RapidJSON, fmt, ICU and Qt only";
         case Libraries::any: return "any library";
     }
     return {};
@@ -130,7 +130,7 @@ bool isStandardHeader(std::string_view header) {
 
 bool isAllowed(std::string_view header, Libraries libraries) {
     if (libraries == Libraries::any) return true;
-    constexpr std::array<std::string_view, 3> portable{"nlohmann/", "fmt/", "unicode/"};
+    constexpr std::array<std::string_view, 3> portable{"rapidjson/", "fmt/", "unicode/"};
     if (isStandardHeader(header)) return true;
     if (std::ranges::any_of(portable, [&](std::string_view folder) { return header.starts_with(folder); })) return true;
     return libraries == Libraries::portableAndQt && header.starts_with('Q');

@@ -13,7 +13,7 @@
 namespace velmorand {
 
 DesktopFixture::DesktopFixture()
-    : preferencesStore(std::make_shared<PreferencesStore>()),
+    : preferencesStore(std::make_shared<SettablePreferencesStore>(platform)),
       permissionsManager(std::make_shared<PermissionsManager>(accessibility)),
       screenGeometryProvider(std::make_shared<ScreenGeometryProvider>(platform.displays())),
       axClient(std::make_shared<AXWindowClient>(accessibility, platform.log())),
@@ -46,7 +46,7 @@ void DesktopFixture::setDisplays(const std::vector<TestDisplay>& displays) {
 }
 
 void DesktopFixture::changePreferences(const std::function<void(PreferencesState&)>& change) {
-    preferencesStore->state().modify(change);
+    preferencesStore->modify(change);
 }
 
 std::vector<LogLine> DesktopFixture::logLines(std::string_view category) {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/simulated/SimulatedPlatform.h"
-#include "preferences/PreferencesStore.h"
 #include "support/Expected.h"
 #include "support/ObservedAccessibility.h"
 #include "support/Printing.h"
+#include "support/SettablePreferencesStore.h"
 #include "support/SimulatedPrinting.h"
 #include "support/TestDisplays.h"
 #include "windows/WindowAction.h"
@@ -66,7 +66,7 @@ protected:
 
     SimulatedPlatform platform;
     ObservedAccessibility accessibility{platform.accessibility()};
-    std::shared_ptr<PreferencesStore> preferencesStore;
+    std::shared_ptr<SettablePreferencesStore> preferencesStore;
     std::shared_ptr<PermissionsManager> permissionsManager;
     std::shared_ptr<ScreenGeometryProvider> screenGeometryProvider;
     std::shared_ptr<AXWindowClient> axClient;

@@ -10,12 +10,10 @@
 namespace velmorand {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 TEST(WindowActionCoding, EncodesAnActionAsItsRawValue) {
-    EXPECT_EQ(encodeWindowAction(WindowAction::leftHalf).dump(), R"("left")");
-    EXPECT_EQ(encodeWindowAction(WindowAction::maximizeWindow).dump(), R"("maximize")");
-    EXPECT_EQ(encodeWindowAction(WindowAction::centerTwoThirds).dump(), R"("centerTwoThirds")");
+    EXPECT_EQ(encodeWindowAction(WindowAction::leftHalf).write(), R"("left")");
+    EXPECT_EQ(encodeWindowAction(WindowAction::maximizeWindow).write(), R"("maximize")");
+    EXPECT_EQ(encodeWindowAction(WindowAction::centerTwoThirds).write(), R"("centerTwoThirds")");
 }
 
 TEST(WindowActionCoding, DecodesWhatItEncodes) {
@@ -26,14 +24,16 @@ TEST(WindowActionCoding, DecodesWhatItEncodes) {
 }
 
 TEST(WindowActionCoding, FailsForAStringThatIsNoRawValue) {
-    EXPECT_EQ(failureOf(decodeWindowAction(Json("leftHalf")))->description, R"("leftHalf" is not an action.)");
-    EXPECT_EQ(failureOf(decodeWindowAction(Json("")))->description, R"("" is not an action.)");
+    EXPECT_EQ(failureOf(decodeWindowAction(JsonValue::text("leftHalf")))->description,
+              R"("leftHalf" is not an action.)");
+    EXPECT_EQ(failureOf(decodeWindowAction(JsonValue::text("")))->description, R"("" is not an action.)");
 }
 
 TEST(WindowActionCoding, FailsForAnythingButAString) {
     for (const std::string_view document : {"0", "null", "true", R"(["left"])", R"({"left":"left"})"}) {
         SCOPED_TRACE(document);
-        EXPECT_EQ(failureOf(decodeWindowAction(Json::parse(document)))->description, "The action is not a string.");
+        EXPECT_EQ(failureOf(decodeWindowAction(JsonValue::parse(document).value()))->description,
+                  "The action is not a string.");
     }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/LocalNotificationCenter.h"
 #include "platform/Platform.h"
+#include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxBundle.h"
 #include "platform/linux/LinuxDisplays.h"
@@ -42,6 +43,7 @@ public:
     [[nodiscard]] RunLoop& runLoop() override { return runLoop_; }
     [[nodiscard]] Application& application() override { return application_; }
     [[nodiscard]] const Bundle& bundle() const override { return bundle_; }
+    [[nodiscard]] UserDefaults& userDefaults() override { return userDefaults_; }
     [[nodiscard]] Log& log() override { return log_; }
 
 private:
@@ -80,6 +82,7 @@ private:
     }
 
     LinuxBundle bundle_;
+    FileUserDefaults userDefaults_{configurationFolder("velmorand")};
     LinuxLog log_{VELMORAND_IDENTIFIER};
     LocalNotificationCenter workspaceNotificationCenter_;
     LocalNotificationCenter defaultNotificationCenter_;

@@ -10,6 +10,7 @@
 #include "platform/simulated/SimulatedHotKeyService.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/simulated/SimulatedUserDefaults.h"
 #include "platform/simulated/SimulatedWorkspace.h"
 
 namespace velmorand {
@@ -31,6 +32,7 @@ public:
     [[nodiscard]] SimulatedRunLoop& runLoop() override { return runLoop_; }
     [[nodiscard]] SimulatedApplication& application() override { return application_; }
     [[nodiscard]] const SimulatedBundle& bundle() const override { return bundle_; }
+    [[nodiscard]] SimulatedUserDefaults& userDefaults() override { return userDefaults_; }
     [[nodiscard]] SimulatedLog& log() override { return log_; }
 
     /// The state behind the services.
@@ -48,6 +50,7 @@ private:
     SimulatedRunLoop runLoop_;
     SimulatedLog log_;
     SimulatedBundle bundle_;
+    SimulatedUserDefaults userDefaults_;
     SimulatedAccessibility accessibility_{desktop_, runLoop_};
     SimulatedWorkspace workspace_{desktop_};
     SimulatedDisplays displays_{desktop_};
