@@ -118,11 +118,20 @@ std::string temporaryPrefix(const fs::path& file) {
 void removeLeftovers(const fs::path& file) {
     std::error_code error;
     const auto youngest = fs::file_time_type::clock::now() - std::chrono::minutes(1);
-    for (const fs::directory_entry& entry : fs::directory_iterator(file.parent_path(), error)) {
-        if (!entry.path().filename().native().starts_with(temporaryPrefix(file))) continue;
-        const auto written = entry.last_write_time(error);
-        if (!error && written < youngest) fs::remove(entry.path(), error);
+    // Not a loop over a range: that one throws where the folder cannot be read on.
+    for (fs::directory_iterator entry(file.parent_path(), error); entry != fs::directory_iterator();
+         entry.increment(error)) {
+        if (!entry->path().filename().native().starts_with(temporaryPrefix(file))) continue;
+        const auto written = entry->last_write_time(error);
+        if (!error && written < youngest) fs::remove(entry->path(), error);
     }
+}
+
+/// Only a file may be replaced: a device, which a link may lead to, would be gone for everybody.
+Outcome requireFile(const fs::path& path) {
+    struct stat status{};
+    if (lstat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode)) return {};
+    return std::unexpected(UserDefaultsError{fmt::format("Cannot replace {}: it is no file", path.native())});
 }
 
 Outcome replace(const fs::path& file, std::string_view bytes) {
@@ -177,6 +186,7 @@ Outcome FileUserDefaults::setData(std::string_view key, std::string_view bytes) 
     if (auto made = makeFolder(folder_); !made) return made;
     const auto file = behindLinks(folder_ / key);
     if (!file) return std::unexpected(file.error());
+    if (auto replaceable = requireFile(*file); !replaceable) return replaceable;
     removeLeftovers(*file);
     return replace(*file, bytes);
 }
