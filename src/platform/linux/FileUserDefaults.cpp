@@ -90,12 +90,14 @@ Outcome synchronizeFolder(const fs::path& folder) {
 
 /// Makes the folder and those above it that are missing.
 Outcome makeFolder(const fs::path& folder) {
-    if (mkdir(folder.c_str(), S_IRWXU) == 0) return synchronizeFolder(folder.parent_path());
+    int result = mkdir(folder.c_str(), S_IRWXU);
+    if (result != 0 && errno == ENOENT && folder.has_relative_path()) {
+        if (auto above = makeFolder(folder.parent_path()); !above) return above;
+        result = mkdir(folder.c_str(), S_IRWXU);
+    }
+    if (result == 0) return synchronizeFolder(folder.parent_path());
     if (errno == EEXIST) return {};
-    if (errno != ENOENT || !folder.has_relative_path()) return failure("make the folder", folder);
-    if (auto made = makeFolder(folder.parent_path()); !made) return made;
-    if (mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) return failure("make the folder", folder);
-    return {};
+    return failure("make the folder", folder);
 }
 
 /// The file that a symbolic link at this path leads to, be it there or not; the path itself when it is none.
