@@ -22,8 +22,8 @@ std::size_t registeredShortcuts(std::string_view log) {
 }  // namespace
 
 std::expected<ChildProcess, HarnessError> startProgram(TestDesktop& desktop, const std::filesystem::path& program,
-                                                       std::size_t shortcuts) {
-    auto process = desktop.start({program.string()});
+                                                       std::size_t shortcuts, const Environment& additions) {
+    auto process = desktop.start({program.string()}, additions);
     if (!process) return process;
     desktop.observer().waitUntil(
         [&] { return !process->isRunning() || registeredShortcuts(process->log()) >= shortcuts; });

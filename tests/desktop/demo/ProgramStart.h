@@ -4,10 +4,11 @@
 
 namespace velmorand::desktop {
 
-/// Starts \p program on the desktop and returns when it has registered \p shortcuts shortcuts. Fails with its log when it
-/// ends or does not register them.
+/// Starts \p program on the desktop, with \p additions to its environment, and returns when it has registered
+/// \p shortcuts shortcuts. Fails with its log when it ends or does not register them.
 [[nodiscard]] std::expected<ChildProcess, HarnessError> startProgram(TestDesktop& desktop,
                                                                      const std::filesystem::path& program,
-                                                                     std::size_t shortcuts);
+                                                                     std::size_t shortcuts,
+                                                                     const Environment& additions = {});
 
 }  // namespace velmorand::desktop
