@@ -26,8 +26,9 @@ public:
     /// cannot be read.
     [[nodiscard]] virtual std::expected<std::optional<std::string>, UserDefaultsError> data(std::string_view key) = 0;
 
-    /// Stores the bytes under the key (`setObject:forKey:`). They are safe when it returns. When it fails, or the
-    /// process or the machine dies in the middle, the bytes stored before are still there, whole.
+    /// Stores the bytes under the key (`setObject:forKey:`). They are safe when it returns. When it fails, the bytes
+    /// stored before are still there, whole; or, where only safety could not be had, the new ones. When the process or
+    /// the machine dies in the middle, it is the one or the other as well.
     [[nodiscard]] virtual std::expected<void, UserDefaultsError> setData(std::string_view key,
                                                                          std::string_view bytes) = 0;
 
