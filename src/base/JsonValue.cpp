@@ -1,5 +1,7 @@
 #include "base/JsonValue.h"
 
+#include "base/UnicodeText.h"
+
 #include <fmt/format.h>
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
@@ -87,11 +89,14 @@ public:
 
     bool Null() { return add(nullptr); }
     bool Bool(bool value) { return add(value); }
-    bool String(const char* text, rapidjson::SizeType length, bool /*copy*/) { return add(std::string(text, length)); }
+    bool String(const char* text, rapidjson::SizeType length, bool /*copy*/) {
+        // The parser lets the second half of a surrogate pair pass without the first.
+        return isValidUtf8({text, length}) && add(std::string(text, length));
+    }
     bool StartObject() { return open(JsonValue::Object{}); }
     bool Key(const char* text, rapidjson::SizeType length, bool /*copy*/) {
         open_.back().key.assign(text, length);
-        return true;
+        return isValidUtf8({text, length});
     }
     bool EndObject(rapidjson::SizeType /*members*/) { return close(); }
     bool StartArray() { return open(JsonValue::Array{}); }
@@ -208,7 +213,9 @@ bool isTiny(std::string_view digits) {
 
 std::string describe(const rapidjson::ParseResult& result, bool isTooDeep) {
     if (isTooDeep) return fmt::format("The document is nested deeper than {} levels.", deepestNesting);
-    return fmt::format("{} (at byte {})", rapidjson::GetParseError_En(result.Code()), result.Offset());
+    const bool isBadText = result.Code() == rapidjson::kParseErrorTermination;
+    const auto code = isBadText ? rapidjson::kParseErrorStringUnicodeSurrogateInvalid : result.Code();
+    return fmt::format("{} (at byte {})", rapidjson::GetParseError_En(code), result.Offset());
 }
 
 }  // namespace

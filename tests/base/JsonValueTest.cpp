@@ -208,9 +208,13 @@ TEST(JsonValue, RefusesTextThatIsNotUnicode) {
         {"a character beyond the last one", "\"\xF4\x90\x80\x80\""},
         {"a key", "{\"\xFF\":1}"},
         {"an escaped first half alone", R"("\ud800")"},
+        {"an escaped second half alone", R"("\udc00")"},
+        {"the last second half alone", R"("a\udfffb")"},
         {"two first halves", R"("\ud800\ud800")"},
+        {"the halves the wrong way round", R"("\udc00\ud800")"},
         {"a first half and a letter", R"("\ud800a")"},
         {"a first half and another escape", R"("\ud800\n")"},
+        {"an escaped half in a key", R"({"\udc00":1})"},
     };
     for (const RefusedRow& row : rows) {
         SCOPED_TRACE(row.name);
