@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -95,6 +96,35 @@ TEST(UnicodeText, LowerCasesFully) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(lowerCased(row.text), row.changed);
     }
+}
+
+TEST(UnicodeText, BytesAreValidWhenTheyAreWholeCharactersInTheirOnlyForm) {
+    using namespace std::string_view_literals;
+    for (const std::string_view text :
+         {""sv, std::string_view(), "a"sv, "\0"sv, "ä€\U0001F600"sv, "\uFFFD"sv, "\uFFFF"sv, "\U0010FFFF"sv}) {
+        SCOPED_TRACE(text);
+        EXPECT_TRUE(isValidUtf8(text));
+        EXPECT_EQ(validUtf8(text), text);
+    }
+}
+
+struct InvalidRow {
+    std::string_view name;
+    std::string_view text;
+};
+
+TEST(UnicodeText, BytesThatAreNoCharactersAreNotValidAndReplaced) {
+    const std::vector<InvalidRow> rows{
+        {"a byte that never occurs", "\xFF"}, {"a continuation alone", "a\x80"},
+        {"a character cut off", "a\xE2\x82"}, {"an overlong form", "\xC0\xAF"},
+        {"a surrogate", "\xED\xA0\x80"},      {"a character beyond the last one", "\xF4\x90\x80\x80"}};
+    for (const InvalidRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_FALSE(isValidUtf8(row.text));
+        EXPECT_TRUE(isValidUtf8(validUtf8(row.text)));
+        EXPECT_NE(validUtf8(row.text).find(replacement), std::string::npos);
+    }
+    EXPECT_EQ(validUtf8("a\xFF\u00e4"), "a\uFFFDä");
 }
 
 }  // namespace
