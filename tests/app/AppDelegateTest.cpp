@@ -46,7 +46,7 @@ TEST_F(AppDelegateTest, ConstructionAsksForNothingAndShowsNothing) {
 }
 
 TEST_F(AppDelegateTest, StartsWithTheDefaultPreferences) {
-    EXPECT_TRUE(delegate->preferencesStore().current() == defaultPreferencesState());
+    EXPECT_EQ(delegate->preferencesStore().current(), defaultPreferencesState());
     EXPECT_EQ(delegate->shortcutManager().eventHandlerIssue(), std::nullopt);
     EXPECT_THAT(delegate->shortcutManager().shortcutIssues(), IsEmpty());
     EXPECT_FALSE(delegate->windowManager().hasRestoreEntry(pid));

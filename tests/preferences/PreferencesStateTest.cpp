@@ -5,13 +5,21 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace velmorand {
 namespace {
 
+using testing::Contains;
+using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Key;
+using testing::Pair;
+
+const KeyboardShortcut controlC{{8, ShortcutModifiers::control}, "C"};
 
 TEST(PreferencesState, HasTheDefaultsOfAUserWhoNeverChangedAnything) {
     const PreferencesState& state = defaultPreferencesState();
@@ -64,6 +72,121 @@ TEST(PreferencesLimit, TheAnimationDurationLiesBetweenATwentiethAndHalfASecond) 
     }
 }
 
+TEST(PreferencesState, NormalizingTheDefaultsChangesNothing) {
+    EXPECT_EQ(normalized(defaultPreferencesState()), defaultPreferencesState());
+    EXPECT_EQ(normalized(PreferencesState{}), PreferencesState{});
+}
+
+TEST(PreferencesState, NormalizingSortsTheIgnoredAppsAndLeavesRepeatedOnesOut) {
+    PreferencesState state;
+    state.ignoredApps = {"b", "a", "b", "a", "b"};
+
+    EXPECT_THAT(normalized(state).ignoredApps, ElementsAre("a", "b"));
+}
+
+TEST(PreferencesState, NormalizingKeepsIgnoredAppsOfEveryName) {
+    PreferencesState state;
+    state.ignoredApps = {"org.example.Editor", "", "left", "\xFF", "Ä", "org.example.editor", "Z", "a", "org.example"};
+
+    EXPECT_THAT(normalized(state).ignoredApps, ElementsAre("", "Z", "a", "left", "org.example", "org.example.Editor",
+                                                           "org.example.editor", "Ä", "\xFF"));
+}
+
+TEST(PreferencesState, NormalizingSortsTheDisabledActionsAndLeavesRepeatedAndUnknownOnesOut) {
+    PreferencesState state;
+    state.disabledShortcutActions = {"restore", "moveToSpace", "restore", "left"};
+
+    EXPECT_THAT(normalized(state).disabledShortcutActions, ElementsAre("left", "restore"));
+}
+
+TEST(PreferencesState, NormalizingKnowsActionsByTheirRawValuesOnly) {
+    PreferencesState state;
+    state.disabledShortcutActions = {"leftHalf", "maximizeWindow", "Left", "left ", "", "maximize"};
+    state.shortcuts = {{"leftHalf", controlC}, {"centerWindow", controlC}, {"LEFT", controlC}, {"center", controlC}};
+
+    EXPECT_THAT(normalized(state).disabledShortcutActions, ElementsAre("maximize"));
+    EXPECT_THAT(normalized(state).shortcuts, ElementsAre(Pair("center", controlC)));
+}
+
+TEST(PreferencesState, NormalizingKeepsEveryActionThatIsDisabled) {
+    PreferencesState state;
+    for (const WindowAction action : allWindowActions) state.disabledShortcutActions.emplace_back(rawValue(action));
+
+    EXPECT_EQ(normalized(state).disabledShortcutActions.size(), 19U);
+}
+
+TEST(PreferencesState, NormalizingLeavesShortcutsOfUnknownActionsOutAndTheOthersAsTheyAre) {
+    PreferencesState state;
+    state.shortcuts = {{"moveToSpace", controlC}, {"left", controlC}, {"", controlC}};
+    state.disabledShortcutActions = {"left"};
+
+    EXPECT_THAT(normalized(state).shortcuts, ElementsAre(Pair("left", controlC)));
+}
+
+TEST(PreferencesState, NormalizingLimitsEveryNumberByItself) {
+    PreferencesState low;
+    low.outerPadding = -3;
+    low.innerGap = 12.5;
+    low.animationDuration = 0;
+    PreferencesState high;
+    high.outerPadding = 12.5;
+    high.innerGap = 75;
+    high.animationDuration = 2;
+
+    EXPECT_EQ(normalized(low).outerPadding, 0);
+    EXPECT_EQ(normalized(low).innerGap, 12.5);
+    EXPECT_EQ(normalized(low).animationDuration, 0.05);
+    EXPECT_EQ(normalized(high).outerPadding, 12.5);
+    EXPECT_EQ(normalized(high).innerGap, 50);
+    EXPECT_EQ(normalized(high).animationDuration, 0.5);
+}
+
+TEST(PreferencesState, NormalizingLimitsNumbersWithoutEnd) {
+    PreferencesState state;
+    state.outerPadding = std::numeric_limits<double>::infinity();
+    state.innerGap = -std::numeric_limits<double>::infinity();
+    state.animationDuration = std::numeric_limits<double>::infinity();
+
+    EXPECT_EQ(normalized(state).outerPadding, 50);
+    EXPECT_EQ(normalized(state).innerGap, 0);
+    EXPECT_EQ(normalized(state).animationDuration, 0.5);
+}
+
+TEST(PreferencesState, NormalizingLeavesTheSwitchesAsTheyAre) {
+    PreferencesState state;
+    state.clampToVisibleArea = false;
+    state.enableAnimations = true;
+
+    EXPECT_FALSE(normalized(state).clampToVisibleArea);
+    EXPECT_TRUE(normalized(state).enableAnimations);
+}
+
+TEST(PreferencesState, CompletingGivesEveryActionWithoutAShortcutItsDefault) {
+    EXPECT_EQ(completed(PreferencesState{}), defaultPreferencesState());
+}
+
+TEST(PreferencesState, CompletingKeepsTheAssignedShortcuts) {
+    PreferencesState state;
+    state.shortcuts = {{"left", controlC}};
+
+    const PreferencesState complete = completed(state);
+
+    EXPECT_EQ(complete.shortcuts.size(), 19U);
+    EXPECT_EQ(complete.shortcuts.at("left"), controlC);
+    EXPECT_EQ(complete.shortcuts.at("right"), metadata(WindowAction::rightHalf).defaultShortcut);
+}
+
+TEST(PreferencesState, CompletingLeavesDisabledActionsDisabled) {
+    PreferencesState state;
+    state.disabledShortcutActions = {"left"};
+
+    const PreferencesState complete = completed(state);
+
+    EXPECT_THAT(complete.disabledShortcutActions, ElementsAre("left"));
+    EXPECT_THAT(complete.shortcuts, Contains(Key("left")));
+    EXPECT_EQ(effectiveShortcut(complete, WindowAction::leftHalf), std::nullopt);
+}
+
 TEST(PreferencesState, TheEffectiveShortcutIsTheAssignedOne) {
     PreferencesState state = defaultPreferencesState();
     state.shortcuts["left"] = {{8, ShortcutModifiers(256)}, "C"};
@@ -88,10 +211,10 @@ TEST(PreferencesState, ADisabledActionHasNoEffectiveShortcut) {
 }
 
 TEST(PreferencesState, IsEqualWhenEveryFieldIs) {
-    EXPECT_TRUE(defaultPreferencesState() == PreferencesState(defaultPreferencesState()));
+    EXPECT_EQ(defaultPreferencesState(), PreferencesState(defaultPreferencesState()));
     PreferencesState changed = defaultPreferencesState();
     changed.innerGap = 1;
-    EXPECT_FALSE(defaultPreferencesState() == changed);
+    EXPECT_NE(defaultPreferencesState(), changed);
 }
 
 }  // namespace

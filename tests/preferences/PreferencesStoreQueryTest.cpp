@@ -1,5 +1,4 @@
 #include "preferences/PreferencesStore.h"
-
 #include "support/Printing.h"
 #include "support/SettablePreferencesStore.h"
 
@@ -37,7 +36,7 @@ protected:
 };
 
 TEST_F(PreferencesStoreQueryTest, StartsWithTheDefaults) {
-    EXPECT_TRUE(store.current() == defaultPreferencesState());
+    EXPECT_EQ(store.current(), defaultPreferencesState());
 }
 
 TEST_F(PreferencesStoreQueryTest, PublishesEveryChange) {

@@ -1,10 +1,13 @@
 #include "support/Printing.h"
 
+#include "preferences/PreferencesStateCoding.h"
+
 #include <fmt/format.h>
 
 #include <string_view>
 
 namespace velmorand {
+
 void PrintTo(const Point& point, std::ostream* out) {
     *out << fmt::format("({}, {})", point.x, point.y);
 }
@@ -38,6 +41,11 @@ void PrintTo(const HotKey& hotKey, std::ostream* out) {
 void PrintTo(const KeyboardShortcut& shortcut, std::ostream* out) {
     PrintTo(shortcut.hotKey, out);
     *out << " \"" << shortcut.keyLabel << '"';
+}
+
+void PrintTo(const PreferencesState& state, std::ostream* out) {
+    const auto document = encodePreferencesState(state);
+    *out << (document ? *document : document.error().description);
 }
 
 void PrintTo(const ShortcutConflict& conflict, std::ostream* out) {

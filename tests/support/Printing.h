@@ -2,6 +2,7 @@
 
 #include "base/Rect.h"
 #include "platform/Accessibility.h"
+#include "preferences/PreferencesState.h"
 #include "preferences/PreferencesStore.h"
 #include "shortcuts/KeyboardShortcut.h"
 #include "windows/AXWindowClient.h"
@@ -22,6 +23,7 @@ void PrintTo(const AXElement& element, std::ostream* out);
 void PrintTo(const ShortcutModifiers& modifiers, std::ostream* out);
 void PrintTo(const HotKey& hotKey, std::ostream* out);
 void PrintTo(const KeyboardShortcut& shortcut, std::ostream* out);
+void PrintTo(const PreferencesState& state, std::ostream* out);
 void PrintTo(const ShortcutConflict& conflict, std::ostream* out);
 void PrintTo(WindowAction action, std::ostream* out);
 void PrintTo(const ManagedScreen& screen, std::ostream* out);
