@@ -89,7 +89,9 @@ void PreferencesStore::addIgnoredApp(std::string_view bundleIdentifier) {
 }
 
 void PreferencesStore::removeIgnoredApp(std::string_view bundleIdentifier) {
-    changeNow([=](PreferencesState& state) { std::erase(state.ignoredApps, bundleIdentifier); });
+    changeNow([identifier = validUtf8(bundleIdentifier)](PreferencesState& state) {
+        std::erase(state.ignoredApps, identifier);
+    });
 }
 
 void PreferencesStore::setShortcut(WindowAction action, const KeyboardShortcut& shortcut) {

@@ -144,6 +144,16 @@ TEST_F(PreferencesStoreMutatorTest, AnIgnoredAppIsRemovedByItsEntryInTheRecord) 
     EXPECT_THAT(state().ignoredApps, ElementsAre("org.example.other.editor", "c"));
 }
 
+TEST_F(PreferencesStoreMutatorTest, AnIgnoredAppWhoseIdentifierIsNoTextIsAddedAndRemovedLikeAnyOther) {
+    store->addIgnoredApp("a\xFF");
+    store->addIgnoredApp("a\xFF");
+    EXPECT_THAT(state().ignoredApps, ElementsAre("a\uFFFD"));
+    EXPECT_EQ(storedState(), state());
+
+    store->removeIgnoredApp("a\xFF");
+    EXPECT_THAT(state().ignoredApps, IsEmpty());
+}
+
 TEST_F(PreferencesStoreMutatorTest, AShortcutIsSet) {
     store->setShortcut(leftHalf, shortcutWith(8));
 
