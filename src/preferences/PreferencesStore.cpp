@@ -100,9 +100,10 @@ void PreferencesStore::setShortcut(WindowAction action, const KeyboardShortcut& 
 
 void PreferencesStore::assignShortcut(WindowAction action, const KeyboardShortcut& shortcut,
                                       std::span<const WindowAction> conflictingActions) {
-    changeNow([&](PreferencesState& state) {
+    // A copy, as the shortcut may be the record's own, of an action that is disabled here.
+    changeNow([&, assigned = shortcut](PreferencesState& state) {
         for (const WindowAction conflicting : conflictingActions) disable(state, conflicting);
-        assign(state, action, shortcut);
+        assign(state, action, assigned);
         state = normalized(std::move(state));
     });
 }

@@ -243,6 +243,16 @@ TEST_F(PreferencesStoreMutatorTest, AssigningAShortcutThatNobodyElseHasTakesNone
     EXPECT_EQ(state(), defaultsWith([](auto& expected) { expected.shortcuts["left"] = shortcutWith(8); }));
 }
 
+TEST_F(PreferencesStoreMutatorTest, AnActionGetsTheShortcutOfAnotherStraightFromTheRecord) {
+    const KeyboardShortcut longLabel{{8, ShortcutModifiers::control}, "A label too long for a short string"};
+    store->setShortcut(rightHalf, longLabel);
+
+    store->assignShortcut(leftHalf, state().shortcuts.at("right"), std::array{rightHalf});
+
+    EXPECT_EQ(store->effectiveShortcut(leftHalf), longLabel);
+    EXPECT_EQ(store->effectiveShortcut(rightHalf), std::nullopt);
+}
+
 TEST_F(PreferencesStoreMutatorTest, AssigningAShortcutNormalizesTheWholeRecord) {
     for (const std::string_view identifier : {"b", "a"}) store->addIgnoredApp(identifier);
     store->removeShortcut(restore);
