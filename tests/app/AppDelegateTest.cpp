@@ -11,19 +11,25 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace velmorand {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 class AppDelegateTest : public testing::Test {
 protected:
     static constexpr std::int32_t pid = 501;
 
     [[nodiscard]] SimulatedHotKeyService& service() { return platform.hotKeyService(); }
+    [[nodiscard]] const std::vector<std::string>& writes() { return platform.userDefaults().writes(); }
     [[nodiscard]] SimulatedWindowID openWindow() {
         platform.desktop().addProcess(pid);
         return platform.desktop().addWindow(pid);
@@ -85,6 +91,51 @@ TEST_F(AppDelegateTest, TerminatingWithoutHavingLaunchedDoesNothing) {
 
     EXPECT_EQ(service().registrationCount(), 0U);
     EXPECT_THAT(platform.log().lines(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, TerminatingStoresTheLatestOfTheSettingsThatWaitOnce) {
+    delegate->applicationDidFinishLaunching();
+    delegate->preferencesStore().setOuterPadding(8);
+    delegate->preferencesStore().setInnerGap(4);
+
+    delegate->applicationWillTerminate();
+    delegate->applicationWillTerminate();
+    platform.runLoop().advance(std::chrono::seconds(1));
+
+    EXPECT_THAT(writes(), ElementsAre(HasSubstr(R"("outerPadding":8,"innerGap":4,)")));
+}
+
+TEST_F(AppDelegateTest, TerminatingStoresNothingWhenNothingWaits) {
+    delegate->applicationDidFinishLaunching();
+    delegate->applicationWillTerminate();
+    EXPECT_THAT(writes(), IsEmpty());
+
+    delegate->preferencesStore().setEnableAnimations(true);
+    delegate->applicationWillTerminate();
+    EXPECT_THAT(writes(), SizeIs(1));
+}
+
+TEST_F(AppDelegateTest, StartsWithThePreferencesThatTheLastRunLeft) {
+    delegate->preferencesStore().removeShortcut(WindowAction::leftHalf);
+    delegate->preferencesStore().setOuterPadding(10);
+    delegate->applicationWillTerminate();
+
+    delegate = std::make_shared<AppDelegate>(platform);
+    delegate->applicationDidFinishLaunching();
+
+    EXPECT_EQ(delegate->preferencesStore().current().outerPadding, 10);
+    EXPECT_EQ(service().registrationCount(), 18U);
+}
+
+TEST_F(AppDelegateTest, StartsWithTheDefaultsWhenThePreferencesCannotBeRead) {
+    platform.userDefaults().put(PreferencesStore::key, "[]");
+
+    AppDelegate other(platform);
+
+    EXPECT_EQ(other.preferencesStore().current(), defaultPreferencesState());
+    EXPECT_THAT(platform.log().lines(),
+                ElementsAre(LogLine{LogLevel::error, "preferences",
+                                    "Failed to load preferences, using defaults: The document is not an object."}));
 }
 
 TEST_F(AppDelegateTest, APressedShortcutMovesTheFocusedWindow) {
