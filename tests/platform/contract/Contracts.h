@@ -42,6 +42,15 @@ class NotificationCenterContract : public DesktopContract {};
 
 class RunLoopContract : public DesktopContract {};
 
+class UserDefaultsContract : public DesktopContract {
+protected:
+    [[nodiscard]] UserDefaults& userDefaults();
+    /// The bytes under the key; fails the test when they cannot be read.
+    [[nodiscard]] std::optional<std::string> stored(std::string_view key);
+    /// Stores the bytes and expects success.
+    void store(std::string_view key, std::string_view bytes);
+};
+
 class WorkspaceContract : public DesktopContract {};
 
 }  // namespace velmorand
