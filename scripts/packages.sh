@@ -28,6 +28,7 @@ build | libxkbcommon-x11-dev | for later: the keymap of the X server
 build | libxcb-xtest0-dev | the tests press keys as a keyboard would
 build | libgtest-dev | tests
 build | libgmock-dev | tests: matchers
+build | librapidcheck-dev | tests: what holds for any value at all
 display | x11-utils | `./run` asks with `xdpyinfo` whether the display answers
 desktop | xvfb | X server of the test desktops, without a screen
 desktop | xserver-xorg-core | X server of the test desktops that need several real outputs
