@@ -87,6 +87,7 @@ public:
     /// The document's numbers must outlive the builder.
     explicit Builder(std::span<const std::string_view> numbers) : numbers_(numbers) {}
 
+    // NOLINTBEGIN(readability-identifier-naming): the parser calls them by these names
     bool Null() { return add(nullptr); }
     bool Bool(bool value) { return add(value); }
     bool String(const char* text, rapidjson::SizeType length, bool /*copy*/) {
@@ -113,6 +114,7 @@ public:
     bool Int64(std::int64_t /*value*/) { return false; }
     bool Uint64(std::uint64_t /*value*/) { return false; }
     bool Double(double /*value*/) { return false; }
+    // NOLINTEND(readability-identifier-naming)
 
     [[nodiscard]] bool isTooDeep() const { return isTooDeep_; }
     JsonValue takeResult() { return std::move(result_); }

@@ -133,7 +133,7 @@ std::expected<PreferencesState, DecodingError> decodePreferencesState(std::strin
     settings.read(key::innerGap, state.innerGap);
     settings.read(key::enableAnimations, state.enableAnimations);
     settings.read(key::animationDuration, state.animationDuration);
-    if (settings.error()) return std::unexpected(*settings.error());
+    if (const auto& error = settings.error()) return std::unexpected(*error);
     return normalized(std::move(state));
 }
 

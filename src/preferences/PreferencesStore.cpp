@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace velmorand {
@@ -43,8 +45,9 @@ PreferencesState PreferencesStore::load(UserDefaults& userDefaults, const Logger
     };
     const auto document = userDefaults.data(key);
     if (!document) return useDefaults(document.error().description);
-    if (!*document) return defaultPreferencesState();
-    auto state = decodePreferencesState(**document);
+    const std::optional<std::string>& stored = *document;
+    if (!stored) return defaultPreferencesState();
+    auto state = decodePreferencesState(*stored);
     if (!state) return useDefaults(state.error().description);
     return completed(std::move(*state));
 }
@@ -122,7 +125,10 @@ void PreferencesStore::resetAllShortcuts() {
 void PreferencesStore::saveNow() {
     const auto fail = [this](std::string_view reason) { logger_.error("Failed to persist preferences: {}", reason); };
     const auto document = encodePreferencesState(current());
-    if (!document) return fail(document.error().description);
+    if (!document) {
+        fail(document.error().description);
+        return;
+    }
     if (const auto stored = userDefaults_.setData(key, *document); !stored) fail(stored.error().description);
 }
 
