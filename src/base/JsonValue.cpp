@@ -19,7 +19,7 @@
 namespace velmorand {
 namespace {
 
-constexpr std::size_t longestDocument = 1U << 20U;
+constexpr std::size_t longestDocument = 16U << 20U;
 constexpr std::size_t deepestNesting = 64;
 
 /// The end of the digits that begin at `start`.
