@@ -22,9 +22,6 @@ constexpr std::chrono::milliseconds shadowSettles{10};
 /// that border, whose width no property tells. It is small, and the same on both axes.
 constexpr double largestClientBorder = 4;
 
-/// As in the size hints: the position is the client's own.
-constexpr std::uint32_t staticGravity = 10;
-
 /// Whether nothing but the shadow, and the client by as much, is different from what it was. A window that is anywhere
 /// else was put there by somebody.
 bool hasChangedItsShadow(const X11FrameGeometry& landed, const X11FrameGeometry& seen) {
@@ -126,7 +123,8 @@ X11FrameWriter::FactsOrError X11FrameWriter::read(xcb_window_t window, Deadline 
     const auto decorations = measureDecorations(connection_, window, facts->geometry.client, deadline);
     if (!decorations) return std::unexpected(asAXError(decorations.error()));
     facts->geometry.frame = *decorations;
-    facts->sizeHints.gravity = staticGravity;  // such window managers place the client itself, whatever the hints say
+    facts->sizeHints.gravity =
+        XCB_GRAVITY_STATIC;  // such window managers place the client itself, whatever the hints say
     return *facts;
 }
 

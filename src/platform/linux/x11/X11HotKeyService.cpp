@@ -13,7 +13,6 @@ namespace velmorand {
 namespace {
 
 constexpr std::chrono::milliseconds requestTimeout{750};
-constexpr std::chrono::seconds startTimeout{5};
 /// How long after the server did not answer it is asked for its keyboard again.
 constexpr std::chrono::seconds followAgainAfter{1};
 
@@ -60,7 +59,7 @@ bool X11HotKeyService::reachInputExtension(Deadline deadline) {
 
 std::expected<HotKeyHandlerReference, OSStatus> X11HotKeyService::installHandler(HotKeyHandler handler) {
     // Without a handler there are no hot keys at all, so a server that is busy at the start gets its time.
-    if (!reachInputExtension(std::chrono::steady_clock::now() + startTimeout))
+    if (!reachInputExtension(std::chrono::steady_clock::now() + X11Connection::startTimeout))
         return std::unexpected(hotKeyInternalError);
     const HotKeyHandlerReference reference{++lastReference_};
     handlers_.emplace(reference, std::move(handler));

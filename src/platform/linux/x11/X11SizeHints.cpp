@@ -21,9 +21,6 @@ constexpr std::size_t gravityAt = 17;
 /// The X protocol carries sizes as 16-bit numbers; window managers treat larger ones as no limit.
 constexpr std::uint32_t largestNumber = 32767;
 
-constexpr std::uint32_t northWestGravity = 1;
-constexpr std::uint32_t staticGravity = 10;
-
 using Words = std::vector<std::uint32_t>;
 
 /// Absent when the flag is not set, the property too short, or a number none that a window can have.
@@ -68,14 +65,14 @@ X11SizeHints decodeSizeHints(const X11PropertyValue& property, std::uint32_t siz
     hints.step = pairAt(words, stepsAt, hasSteps, 1).value_or(Size{1, 1});
     hints.base = pairAt(words, baseAt, hasBase, 0).value_or(hints.smallest.value_or(Size{}));
     const bool saysGravity = words.size() > gravityAt && (words[0] & hasGravity) != 0;
-    if (saysGravity && words[gravityAt] >= northWestGravity && words[gravityAt] <= staticGravity)
+    if (saysGravity && words[gravityAt] >= XCB_GRAVITY_NORTH_WEST && words[gravityAt] <= XCB_GRAVITY_STATIC)
         hints.gravity = words[gravityAt];
     return hints;
 }
 
 Point positionForGravity(const Rect& client, const X11Extents& frame, std::uint32_t gravity) {
-    if (gravity < northWestGravity || gravity >= staticGravity) return client.origin();
-    const ReferencePoint point = referencePoints[gravity - northWestGravity];
+    if (gravity < XCB_GRAVITY_NORTH_WEST || gravity >= XCB_GRAVITY_STATIC) return client.origin();
+    const ReferencePoint point = referencePoints[gravity - XCB_GRAVITY_NORTH_WEST];
     return {std::round(client.x - frame.left + point.across * (frame.left + frame.right)),
             std::round(client.y - frame.top + point.down * (frame.top + frame.bottom))};
 }

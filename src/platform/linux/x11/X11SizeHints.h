@@ -4,6 +4,8 @@
 #include "platform/linux/x11/X11FrameGeometry.h"
 #include "platform/linux/x11/X11Property.h"
 
+#include <xcb/xproto.h>
+
 #include <cstdint>
 #include <optional>
 
@@ -18,7 +20,7 @@ struct X11SizeHints {
     Size base;
     Size step{1, 1};
     /// Which point of the window a requested position means, as the X protocol numbers it.
-    std::uint32_t gravity = 1;
+    std::uint32_t gravity = XCB_GRAVITY_NORTH_WEST;
 
     /// Whether there is one size only.
     [[nodiscard]] bool isFixed() const { return smallest && largest && *smallest == *largest; }

@@ -10,7 +10,6 @@ namespace {
 
 /// Of the desktop's conventions (`_NET_MOVERESIZE_WINDOW`, `_NET_WM_STATE`). With static gravity the position is the
 /// client's own, whatever surrounds it.
-constexpr std::uint32_t staticGravity = 10;
 constexpr std::uint32_t allFourFields = 0xFU << 8U;
 constexpr std::uint32_t fromPager = 2;
 
@@ -25,8 +24,8 @@ void X11WindowRequests::place(xcb_window_t window, const X11WindowFacts& facts, 
     switch (method) {
         case X11PlacementMethod::moveResizeMessage:
             sendToRoot(window, X11AtomName::netMoveResizeWindow,
-                       {.data32 = {staticGravity | allFourFields | fromPager << 12U, asWord(client.x), asWord(client.y),
-                                   asWord(client.width), asWord(client.height)}});
+                       {.data32 = {XCB_GRAVITY_STATIC | allFourFields | fromPager << 12U, asWord(client.x),
+                                   asWord(client.y), asWord(client.width), asWord(client.height)}});
             return;
         case X11PlacementMethod::configureRequest: {
             const Point position = positionForGravity(client, facts.geometry.frame, facts.sizeHints.gravity);

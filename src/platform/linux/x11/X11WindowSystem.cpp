@@ -15,7 +15,6 @@ namespace {
 
 /// Bounds calls that are not on one element and so have no messaging timeout of their own.
 constexpr std::chrono::milliseconds queryTimeout{750};
-constexpr std::chrono::seconds startTimeout{5};
 /// Changes of displays and panels come in bursts.
 constexpr std::chrono::milliseconds displaysSettle{50};
 /// When the server did not answer, as while it looks at a monitor that was plugged in, it is asked again.
@@ -56,7 +55,7 @@ std::optional<std::string> subroleOf(const X11WindowFacts& facts) {
 
 std::expected<std::unique_ptr<X11WindowSystem>, std::string> X11WindowSystem::create(
     X11Connection& connection, QtRunLoop& runLoop, std::optional<std::string> ownIdentifier) {
-    const auto atoms = X11Atoms::intern(connection, std::chrono::steady_clock::now() + startTimeout);
+    const auto atoms = X11Atoms::intern(connection, std::chrono::steady_clock::now() + X11Connection::startTimeout);
     if (!atoms) return std::unexpected("The X server does not answer.");
     return std::unique_ptr<X11WindowSystem>(new X11WindowSystem(connection, runLoop, *atoms, std::move(ownIdentifier)));
 }
@@ -78,7 +77,7 @@ X11WindowSystem::X11WindowSystem(X11Connection& connection, QtRunLoop& runLoop, 
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_EVENT_MASK, &events);
 
-    const Deadline deadline = std::chrono::steady_clock::now() + startTimeout;
+    const Deadline deadline = std::chrono::steady_clock::now() + X11Connection::startTimeout;
     const auto nested = connection.reply<xcb_query_extension_reply_t>(
         xcb_query_extension(connection.raw(), static_cast<std::uint16_t>(waylandServerMark.size()),
                             waylandServerMark.data()),
