@@ -14,13 +14,14 @@ namespace velmorand {
 AppDelegate::AppDelegate(Platform& platform)
     : preferencesStore_(
           std::make_shared<PreferencesStore>(platform.userDefaults(), platform.runLoop(), platform.log())),
-      permissionsManager_(std::make_shared<PermissionsManager>(platform.accessibility())),
+      permissionsManager_(std::make_shared<PermissionsManager>(platform.accessibility(), platform.workspace())),
       screenGeometryProvider_(std::make_shared<ScreenGeometryProvider>(platform.displays())) {
     const auto axClient = std::make_shared<AXWindowClient>(platform.accessibility(), platform.log());
     windowManager_ = std::make_shared<WindowManager>(
         permissionsManager_, preferencesStore_, screenGeometryProvider_, axClient,
         WindowManagerPlatform{platform.accessibility(), platform.workspace(), platform.workspaceNotificationCenter(),
-                              platform.bundle(), platform.runLoop(), platform.log()});
+                              platform.defaultNotificationCenter(), platform.bundle(), platform.runLoop(),
+                              platform.log()});
     const auto registrar =
         std::make_shared<CarbonHotKeyRegistrar>(platform.hotKeyService(), platform.runLoop(), platform.log());
     shortcutManager_ = std::make_shared<ShortcutManager>(preferencesStore_, windowManager_, registrar,

@@ -26,6 +26,13 @@ public:
     /// The application that receives the user's key presses; absent when there is none.
     [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() = 0;
 
+    /// Whether the user wants as little motion on screen as possible. Answered from memory; never waits.
+    [[nodiscard]] virtual bool accessibilityDisplayShouldReduceMotion() = 0;
+
+    /// Opens the page of the desktop's settings on which the user gives programs access to other applications'
+    /// windows, or the nearest to it. Where there is none, nothing happens but a line in the log.
+    virtual void openAccessibilitySettings() = 0;
+
 protected:
     Workspace() = default;
 };

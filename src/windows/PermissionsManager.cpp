@@ -1,13 +1,14 @@
 #include "windows/PermissionsManager.h"
 
 #include "platform/Accessibility.h"
+#include "platform/Workspace.h"
 
 #include <cassert>
 
 namespace velmorand {
 
-PermissionsManager::PermissionsManager(Accessibility& accessibility)
-    : isTrusted_(accessibility.isProcessTrusted()), accessibility_(accessibility) {}
+PermissionsManager::PermissionsManager(Accessibility& accessibility, Workspace& workspace)
+    : isTrusted_(accessibility.isProcessTrusted()), accessibility_(accessibility), workspace_(workspace) {}
 
 void PermissionsManager::refresh() {
     assert(thread_.isCurrent());
@@ -17,6 +18,16 @@ void PermissionsManager::refresh() {
 void PermissionsManager::refreshWithPrompt() {
     assert(thread_.isCurrent());
     isTrusted_.set(accessibility_.isProcessTrustedWithPrompt());
+}
+
+void PermissionsManager::requestAccess() {
+    refreshWithPrompt();
+    openAccessibilitySettings();
+}
+
+void PermissionsManager::openAccessibilitySettings() {
+    assert(thread_.isCurrent());
+    workspace_.openAccessibilitySettings();
 }
 
 }  // namespace velmorand

@@ -34,17 +34,31 @@ WindowManager::WindowManager(std::shared_ptr<PermissionsManager> permissionsMana
       preferencesStore_(std::move(preferencesStore)),
       screenGeometryProvider_(std::move(screenGeometryProvider)),
       axClient_(std::move(axClient)),
+      animationDriver_(axClient_, platform.runLoop, platform.log),
       restoreTracker_(restoreEntryLifetime, [&runLoop = platform.runLoop] { return runLoop.date(); }),
       platform_(platform),
       logger_(platform.log, "windows") {
-    NotificationCenter& center = platform_.workspaceNotificationCenter;
-    terminationToken_.emplace(
-        center, center.addObserver(NotificationName::applicationTerminated, [this](const Notification& notification) {
-            if (notification.pid) restoreTracker_.forget(*notification.pid);
-        }));
+    observeDesktop();
 }
 
 WindowManager::~WindowManager() = default;
+
+void WindowManager::observeDesktop() {
+    NotificationCenter& workspace = platform_.workspaceNotificationCenter;
+    terminationToken_.emplace(
+        workspace,
+        workspace.addObserver(NotificationName::applicationTerminated, [this](const Notification& notification) {
+            if (!notification.pid) return;
+            restoreTracker_.forget(*notification.pid);
+            std::erase_if(pendingRestoreSourceFrames_,
+                          [&](const auto& entry) { return entry.second.pid == *notification.pid; });
+        }));
+    NotificationCenter& application = platform_.defaultNotificationCenter;
+    screenChangeToken_.emplace(application, application.addObserver(NotificationName::screenParametersChanged,
+                                                                    [this](const Notification& /*notification*/) {
+                                                                        animationDriver_.cancelAll();
+                                                                    }));
+}
 
 WindowManager::Outcome WindowManager::perform(WindowAction action) {
     assert(platform_.runLoop.isMainThread());
@@ -92,8 +106,10 @@ std::expected<WindowManager::Subject, WindowOperationError> WindowManager::subje
 
     const auto frame = axClient_->readFrame(*window);
     if (!frame) return std::unexpected(frame.error());
-    logger_.info("current frame {}", describe(*frame));
-    return Subject{application->pid, WindowKey{*window}, *frame};
+    const WindowKey key{*window};
+    const Rect current = animationDriver_.runningTarget(key).value_or(*frame);
+    logger_.info("current frame {}", describe(current));
+    return Subject{application->pid, key, current};
 }
 
 std::expected<RunningApplication, WindowOperationError> WindowManager::arrangeableApplication() const {
@@ -127,22 +143,129 @@ std::expected<Rect, WindowOperationError> WindowManager::targetFrame(WindowActio
 WindowManager::Outcome WindowManager::move(const Subject& subject, const Rect& target) {
     if (!axClient_->canSetFrame(subject.window.element))
         return std::unexpected(WindowOperationError::unsupportedWindow);
-    const auto moved = moveAtOnce(subject.window, target);
+    const auto anchor = anchorOf(subject.window);
+    const Move move{subject.pid, subject.window, anchor ? anchor->frame : subject.frame, target};
+    return animatesMoves() ? moveAnimated(move) : moveAtOnce(move);
+}
+
+WindowManager::Outcome WindowManager::moveAtOnce(const Move& move) {
+    animationDriver_.cancel(move.window);
+    const auto moved = axClient_->setFrame(move.window.element, move.target);
     if (!moved) return std::unexpected(moved.error());
-    record(subject, subject.frame, moved->final.value_or(target));
+    if (!moved->landed) report(windowDidNotMoveMessage);
+    record(move, moved->final.value_or(move.target));
+    dropAnchor(move.window, move.source);
     return {};
 }
 
-WindowManager::Outcome WindowManager::restore(const Subject& subject) {
-    const auto remembered = restoreTracker_.restoreFrame(subject.pid, subject.window);
-    if (!remembered) return std::unexpected(WindowOperationError::missingRestoreFrame);
-    const Rect target = clampedToItsScreen(*remembered);
-    if (!axClient_->canSetFrame(subject.window.element))
-        return std::unexpected(WindowOperationError::unsupportedWindow);
-    const auto moved = moveAtOnce(subject.window, target);
-    if (!moved) return std::unexpected(moved.error());
-    if (moved->landed) restoreTracker_.setEntry(subject.pid, subject.window, std::nullopt);
+WindowManager::Outcome WindowManager::moveAnimated(const Move& move) {
+    animationDriver_.cancel(move.window);
+    pendingRestoreSourceFrames_.insert_or_assign(move.window, PendingRestoreAnchor{move.pid, move.source});
+    const double duration = preferencesStore_->current().animationDuration;
+    if (duration <= 0) {
+        moveInOneStep(move);
+        return {};
+    }
+    const auto start = axClient_->readFrame(move.window.element);
+    if (!start) {
+        dropAnchor(move.window, move.source);
+        return std::unexpected(start.error());
+    }
+    animationDriver_.animate(move.window, *start, move.target, duration,
+                             [this, move](const AnimationCompletion& completion) { completeMove(move, completion); });
     return {};
+}
+
+void WindowManager::moveInOneStep(const Move& move) {
+    const auto written = writeWithoutCheck(move.window, move.target);
+    if (written) record(move, axClient_->readFrame(move.window.element).value_or(move.target));
+    dropAnchor(move.window, move.source);
+    if (!written) report(written.error().description());
+}
+
+/// An animated move that fails is not recorded, other than one at once: the window may be anywhere on its way.
+void WindowManager::completeMove(const Move& move, const AnimationCompletion& completion) {
+    if (std::holds_alternative<AnimationLanded>(completion)) record(move, move.target);
+    dropAnchor(move.window, move.source);
+    if (const auto* failed = std::get_if<AnimationFailed>(&completion)) report(failed->message);
+}
+
+WindowManager::Outcome WindowManager::restore(const Subject& subject) {
+    const auto anchor = anchorOf(subject.window);
+    const auto remembered = anchor ? anchor->frame : restoreTracker_.restoreFrame(subject.pid, subject.window);
+    if (!remembered) return std::unexpected(WindowOperationError::missingRestoreFrame);
+    pendingRestoreSourceFrames_.erase(subject.window);
+    const Return back{subject.pid, subject.window, anchor, clampedToItsScreen(*remembered)};
+    if (!axClient_->canSetFrame(subject.window.element)) {
+        putBack(back);
+        return std::unexpected(WindowOperationError::unsupportedWindow);
+    }
+    animationDriver_.cancel(subject.window);
+    return animatesMoves() ? returnAnimated(back) : returnAtOnce(back);
+}
+
+WindowManager::Outcome WindowManager::returnAtOnce(const Return& back) {
+    const auto moved = axClient_->setFrame(back.window.element, back.target);
+    if (!moved) {
+        putBack(back);
+        return std::unexpected(moved.error());
+    }
+    completeReturn(back, moved->landed ? AnimationCompletion(AnimationLanded{})
+                                       : AnimationFailed{std::string(windowDidNotMoveMessage)});
+    return {};
+}
+
+WindowManager::Outcome WindowManager::returnAnimated(const Return& back) {
+    const double duration = preferencesStore_->current().animationDuration;
+    if (duration <= 0) {
+        const auto written = writeWithoutCheck(back.window, back.target);
+        completeReturn(back, written ? AnimationCompletion(AnimationLanded{})
+                                     : AnimationFailed{written.error().description()});
+        return {};
+    }
+    const auto start = axClient_->readFrame(back.window.element);
+    if (!start) {
+        putBack(back);
+        return std::unexpected(start.error());
+    }
+    animationDriver_.animate(back.window, *start, back.target, duration,
+                             [this, back](const AnimationCompletion& completion) { completeReturn(back, completion); });
+    return {};
+}
+
+/// A restore that lands uses the remembered frame up; any other can be tried again.
+void WindowManager::completeReturn(const Return& back, const AnimationCompletion& completion) {
+    if (std::holds_alternative<AnimationLanded>(completion))
+        restoreTracker_.setEntry(back.pid, back.window, std::nullopt);
+    else
+        putBack(back);
+    if (const auto* failed = std::get_if<AnimationFailed>(&completion)) report(failed->message);
+}
+
+bool WindowManager::animatesMoves() const {
+    return preferencesStore_->current().enableAnimations &&
+           !platform_.workspace.accessibilityDisplayShouldReduceMotion();
+}
+
+std::optional<PendingRestoreAnchor> WindowManager::anchorOf(const WindowKey& window) const {
+    const auto found = pendingRestoreSourceFrames_.find(window);
+    return found == pendingRestoreSourceFrames_.end() ? std::nullopt : std::optional(found->second);
+}
+
+/// Only the anchor with exactly this frame: a later move may have left another one.
+void WindowManager::dropAnchor(const WindowKey& window, const Rect& frame) {
+    const auto found = pendingRestoreSourceFrames_.find(window);
+    if (found != pendingRestoreSourceFrames_.end() && found->second.frame == frame)
+        pendingRestoreSourceFrames_.erase(found);
+}
+
+void WindowManager::putBack(const Return& back) {
+    if (back.anchor) pendingRestoreSourceFrames_.insert_or_assign(back.window, *back.anchor);
+}
+
+WindowManager::Outcome WindowManager::writeWithoutCheck(const WindowKey& window, const Rect& frame) const {
+    if (auto moved = axClient_->setPosition(window.element, frame.origin()); !moved) return moved;
+    return axClient_->setSize(window.element, frame.size());
 }
 
 Rect WindowManager::clampedToItsScreen(const Rect& frame) const {
@@ -151,19 +274,12 @@ Rect WindowManager::clampedToItsScreen(const Rect& frame) const {
     return screen ? clamped(frame, screen->axVisibleFrame) : frame;
 }
 
-std::expected<FrameOutcome, WindowOperationError> WindowManager::moveAtOnce(const WindowKey& window,
-                                                                            const Rect& target) {
-    auto outcome = axClient_->setFrame(window.element, target);
-    if (outcome && !outcome->landed) report(windowDidNotMoveMessage);
-    return outcome;
-}
-
-void WindowManager::record(const Subject& subject, const Rect& source, const Rect& applied) {
-    const auto entry = restoreTracker_.entry(subject.pid, subject.window);
-    const bool stillWhereItWasPut = entry && framesMatch(entry->lastAppliedFrame, source);
+void WindowManager::record(const Move& move, const Rect& applied) {
+    const auto entry = restoreTracker_.entry(move.pid, move.window);
+    const bool stillWhereItWasPut = entry && framesMatch(entry->lastAppliedFrame, move.source);
     restoreTracker_.setEntry(
-        subject.pid, subject.window,
-        RestoreTracker<WindowKey>::Entry{.restoreFrame = stillWhereItWasPut ? entry->restoreFrame : source,
+        move.pid, move.window,
+        RestoreTracker<WindowKey>::Entry{.restoreFrame = stillWhereItWasPut ? entry->restoreFrame : move.source,
                                          .lastAppliedFrame = applied,
                                          .updatedAt = platform_.runLoop.date()});
 }

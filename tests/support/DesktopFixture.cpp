@@ -14,13 +14,14 @@ namespace velmorand {
 
 DesktopFixture::DesktopFixture()
     : preferencesStore(std::make_shared<SettablePreferencesStore>(platform)),
-      permissionsManager(std::make_shared<PermissionsManager>(accessibility)),
+      permissionsManager(std::make_shared<PermissionsManager>(accessibility, platform.workspace())),
       screenGeometryProvider(std::make_shared<ScreenGeometryProvider>(platform.displays())),
       axClient(std::make_shared<AXWindowClient>(accessibility, platform.log())),
       windowManager(std::make_shared<WindowManager>(
           permissionsManager, preferencesStore, screenGeometryProvider, axClient,
           WindowManagerPlatform{accessibility, platform.workspace(), platform.workspaceNotificationCenter(),
-                                platform.bundle(), platform.runLoop(), platform.log()})),
+                                platform.defaultNotificationCenter(), platform.bundle(), platform.runLoop(),
+                                platform.log()})),
       registrar(std::make_shared<CarbonHotKeyRegistrar>(platform.hotKeyService(), platform.runLoop(), platform.log())),
       shortcutManager(std::make_shared<ShortcutManager>(preferencesStore, windowManager, registrar, platform.runLoop(),
                                                         platform.log())) {

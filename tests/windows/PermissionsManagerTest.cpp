@@ -16,9 +16,9 @@ protected:
 
 TEST_F(PermissionsManagerTest, StartsWithTheAnswerOfTheSystemWithoutAPrompt) {
     desktop().trusted = false;
-    PermissionsManager untrusted(accessibility);
+    PermissionsManager untrusted(accessibility, platform.workspace());
     desktop().trusted = true;
-    PermissionsManager trusted(accessibility);
+    PermissionsManager trusted(accessibility, platform.workspace());
 
     EXPECT_FALSE(untrusted.isTrusted().value());
     EXPECT_TRUE(trusted.isTrusted().value());
@@ -82,6 +82,28 @@ TEST_F(PermissionsManagerTest, RefreshingWithPromptStaysUntrustedWhenTheUserRefu
 
     EXPECT_FALSE(permissionsManager->isTrusted().value());
     EXPECT_EQ(desktop().promptCount, 1);
+}
+
+TEST_F(PermissionsManagerTest, ARequestForAccessPromptsAndOpensTheSettingsWhateverTheAnswer) {
+    desktop().trusted = false;
+    desktop().trustedAfterPrompt = false;
+    permissionsManager->requestAccess();
+    EXPECT_FALSE(permissionsManager->isTrusted().value());
+    EXPECT_EQ(desktop().promptCount, 1);
+    EXPECT_EQ(platform.workspace().openedAccessibilitySettings(), 1);
+
+    desktop().trusted = true;
+    permissionsManager->requestAccess();
+    EXPECT_TRUE(permissionsManager->isTrusted().value());
+    EXPECT_EQ(platform.workspace().openedAccessibilitySettings(), 2);
+}
+
+TEST_F(PermissionsManagerTest, OpeningTheSettingsAsksForNothing) {
+    permissionsManager->openAccessibilitySettings();
+
+    EXPECT_EQ(platform.workspace().openedAccessibilitySettings(), 1);
+    EXPECT_THAT(published, testing::IsEmpty());
+    EXPECT_EQ(desktop().promptCount, 0);
 }
 
 }  // namespace

@@ -359,18 +359,22 @@ TEST_F(WindowManagerTest, AWindowThatClosesBetweenReadAndWriteIsRefusedAndNothin
     EXPECT_FALSE(windowManager->hasRestoreEntry(pid));
 }
 
-TEST_F(WindowManagerTest, ObservesTheEndOfApplicationsAsLongAsItLives) {
+TEST_F(WindowManagerTest, ObservesTheEndOfApplicationsAndTheDisplaysAsLongAsItLives) {
     CountingNotificationCenter center;
+    CountingNotificationCenter displays;
     auto manager =
         std::make_unique<WindowManager>(permissionsManager, preferencesStore, screenGeometryProvider, axClient,
-                                        WindowManagerPlatform{accessibility, platform.workspace(), center,
+                                        WindowManagerPlatform{accessibility, platform.workspace(), center, displays,
                                                               platform.bundle(), platform.runLoop(), platform.log()});
     EXPECT_THAT(center.names, ElementsAre(NotificationName::applicationTerminated));
     EXPECT_EQ(center.observers, 1);
+    EXPECT_THAT(displays.names, ElementsAre(NotificationName::screenParametersChanged));
+    EXPECT_EQ(displays.observers, 1);
 
     manager.reset();
 
     EXPECT_EQ(center.observers, 0);
+    EXPECT_EQ(displays.observers, 0);
 }
 
 TEST_F(WindowManagerTest, RefusesWithoutAnybodyToTell) {

@@ -14,6 +14,9 @@ public:
         return windowSystem_.frontmostApplication();
     }
 
+    [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() override { return false; }
+    void openAccessibilitySettings() override {}
+
 private:
     WindowSystem& windowSystem_;
 };

@@ -16,7 +16,16 @@ public:
         return RunningApplication{process->pid, process->bundleIdentifier, process->localizedName};
     }
 
+    [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() override { return reducesMotion_; }
+    void openAccessibilitySettings() override { ++openedAccessibilitySettings_; }
+
+    void setReducesMotion(bool reducesMotion) { reducesMotion_ = reducesMotion; }
+    /// How often the settings were opened.
+    [[nodiscard]] int openedAccessibilitySettings() const { return openedAccessibilitySettings_; }
+
 private:
+    bool reducesMotion_ = false;
+    int openedAccessibilitySettings_ = 0;
     SimulatedDesktop& desktop_;
 };
 
