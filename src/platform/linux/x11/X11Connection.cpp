@@ -53,13 +53,16 @@ std::expected<std::unique_ptr<X11Connection>, std::string> X11Connection::open()
         return std::unexpected(fmt::format("Cannot connect to the X server at \"{}\".", display));
     }
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    for (; screenNumber > 0 && screens.rem > 1; --screenNumber) xcb_screen_next(&screens);
-    return std::unique_ptr<X11Connection>(new X11Connection(connection, screens.data));
+    const int last = screens.rem - 1;
+    screenNumber = std::clamp(screenNumber, 0, std::max(last, 0));
+    for (int i = 0; i < screenNumber; ++i) xcb_screen_next(&screens);
+    return std::unique_ptr<X11Connection>(new X11Connection(connection, screens.data, screenNumber));
 }
 
-X11Connection::X11Connection(xcb_connection_t* connection, xcb_screen_t* screen)
+X11Connection::X11Connection(xcb_connection_t* connection, xcb_screen_t* screen, int screenNumber)
     : connection_(connection),
       screen_(screen),
+      screenNumber_(screenNumber),
       listeners_(std::make_shared<Callbacks>()),
       handlers_(std::make_shared<Callbacks>()) {}
 

@@ -52,6 +52,8 @@ public:
     [[nodiscard]] xcb_connection_t* raw() const { return connection_; }
     [[nodiscard]] xcb_window_t root() const { return screen_->root; }
     [[nodiscard]] const xcb_screen_t& screen() const { return *screen_; }
+    /// Which of the display's screens this is, from 0 on.
+    [[nodiscard]] int screenNumber() const { return screenNumber_; }
     [[nodiscard]] const xcb_setup_t& setup() const { return *xcb_get_setup(connection_); }
 
     /// The file to watch; it never blocks.
@@ -106,13 +108,14 @@ public:
 private:
     struct Callbacks;
 
-    X11Connection(xcb_connection_t* connection, xcb_screen_t* screen);
+    X11Connection(xcb_connection_t* connection, xcb_screen_t* screen, int screenNumber);
     [[nodiscard]] std::expected<X11Reply<void>, X11Failure> waitForReply(unsigned int sequence, Deadline deadline);
     [[nodiscard]] std::optional<X11Failure> waitForData(Deadline deadline);
     void takeIn(X11Event event);
 
     xcb_connection_t* connection_;
     xcb_screen_t* screen_;
+    int screenNumber_;
     std::deque<X11Event> arrived_;
     std::shared_ptr<Callbacks> listeners_;
     std::shared_ptr<Callbacks> handlers_;

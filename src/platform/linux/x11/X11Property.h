@@ -23,6 +23,7 @@ namespace x11_property_limit {
 inline constexpr std::uint32_t numbers = 64;
 inline constexpr std::uint32_t text = 256;
 inline constexpr std::uint32_t windows = 4096;
+inline constexpr std::uint32_t settings = 16384;
 }  // namespace x11_property_limit
 
 /// The 32-bit items of a property of this type; absent when the property is absent or of another type or format.
