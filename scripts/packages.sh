@@ -15,7 +15,7 @@ build | rapidjson-dev | stored form of shortcuts and preferences
 build | libfmt-dev | formatting of log lines and messages
 build | libicu-dev | whole user-perceived characters and upper-casing of key labels
 build | libsystemd-dev | the log goes to the journal
-build | qt6-base-dev | event loop (Core, Gui)
+build | qt6-base-dev | event loop, session bus (Core, DBus, Gui)
 build | libx11-dev | quiet end of the toolkit's own connection to the X server
 build | libxcb1-dev | connection to the X server
 build | libxcb-randr0-dev | displays
