@@ -1,20 +1,27 @@
 #include "platform/LocalNotificationCenter.h"
 #include "platform/Platform.h"
+#include "platform/linux/AccessibilitySettings.h"
+#include "platform/linux/DesktopEnvironment.h"
 #include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/KdeAnimationSpeed.h"
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxBundle.h"
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxLog.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/PortalSettings.h"
 #include "platform/linux/QtApplication.h"
 #include "platform/linux/QtRunLoop.h"
+#include "platform/linux/ReducedMotion.h"
 #include "platform/linux/x11/ToolkitConnection.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11HotKeyService.h"
+#include "platform/linux/x11/X11Settings.h"
 #include "platform/linux/x11/X11WindowSystem.h"
 
 #include <cstdlib>
 #include <utility>
+#include <vector>
 
 namespace velmorand {
 namespace {
@@ -60,7 +67,8 @@ private:
     void assemble(std::unique_ptr<WindowSystem> windowSystem) {
         windowSystem_ = std::move(windowSystem);
         accessibility_ = std::make_unique<LinuxAccessibility>(*windowSystem_, runLoop_, log_);
-        workspace_ = std::make_unique<LinuxWorkspace>(*windowSystem_);
+        followReducedMotion();
+        workspace_ = std::make_unique<LinuxWorkspace>(*windowSystem_, *reducedMotion_, accessibilitySettings_);
         displays_ = std::make_unique<LinuxDisplays>(*windowSystem_);
         windowSystem_->setObserver(
             {.applicationTerminated =
@@ -71,6 +79,19 @@ private:
                  [this] {
                      defaultNotificationCenter_.post({NotificationName::screenParametersChanged, std::nullopt});
                  }});
+    }
+
+    /// What the desktop publishes for all programs counts before what stands in its own files. The connection to the
+    /// bus is the one that the toolkit has made at its start.
+    void followReducedMotion() {
+        x11Settings_ = std::make_unique<X11Settings>(*connection_, runLoop_);
+        portalSettings_ = std::make_unique<PortalSettings>(QDBusConnection::sessionBus());
+        std::vector<MotionSource*> sources{x11Settings_.get(), portalSettings_.get()};
+        if (desktopEnvironmentNamedIn(currentDesktopNames()) == DesktopEnvironment::kde) {
+            kdeAnimationSpeed_ = std::make_unique<KdeAnimationSpeed>(configurationFolder("kdeglobals"));
+            sources.push_back(kdeAnimationSpeed_.get());
+        }
+        reducedMotion_ = std::make_unique<ReducedMotion>(std::move(sources));
     }
 
     void handleConnection() {
@@ -92,6 +113,11 @@ private:
     X11HotKeyService hotKeyService_;
     std::unique_ptr<WindowSystem> windowSystem_;
     std::unique_ptr<LinuxAccessibility> accessibility_;
+    std::unique_ptr<X11Settings> x11Settings_;
+    std::unique_ptr<PortalSettings> portalSettings_;
+    std::unique_ptr<KdeAnimationSpeed> kdeAnimationSpeed_;
+    std::unique_ptr<ReducedMotion> reducedMotion_;
+    AccessibilitySettings accessibilitySettings_{log_};
     std::unique_ptr<LinuxWorkspace> workspace_;
     std::unique_ptr<LinuxDisplays> displays_;
     Subscription readable_;

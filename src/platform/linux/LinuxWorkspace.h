@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/Workspace.h"
+#include "platform/linux/AccessibilitySettings.h"
+#include "platform/linux/ReducedMotion.h"
 #include "platform/linux/WindowSystem.h"
 
 namespace velmorand {
@@ -8,17 +10,22 @@ namespace velmorand {
 /// The workspace of a Linux session.
 class LinuxWorkspace final : public Workspace {
 public:
-    explicit LinuxWorkspace(WindowSystem& windowSystem) : windowSystem_(windowSystem) {}
+    /// All must outlive it.
+    LinuxWorkspace(WindowSystem& windowSystem, const ReducedMotion& reducedMotion,
+                   const AccessibilitySettings& accessibilitySettings)
+        : windowSystem_(windowSystem), reducedMotion_(reducedMotion), accessibilitySettings_(accessibilitySettings) {}
 
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override {
         return windowSystem_.frontmostApplication();
     }
 
-    [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() override { return false; }
-    void openAccessibilitySettings() override {}
+    [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() override { return reducedMotion_.isWanted(); }
+    void openAccessibilitySettings() override { accessibilitySettings_.open(); }
 
 private:
     WindowSystem& windowSystem_;
+    const ReducedMotion& reducedMotion_;
+    const AccessibilitySettings& accessibilitySettings_;
 };
 
 }  // namespace velmorand

@@ -1,6 +1,7 @@
 #include "desktop/contract/X11DesktopUnderContract.h"
 
 #include "desktop/harness/TestWindows.h"
+#include "platform/linux/support/XSettingsBytes.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -128,7 +129,8 @@ std::optional<std::string> X11DesktopUnderContract::reasonAgainst(Ability abilit
         case Ability::takeCombinations:
         case Ability::holdKeys:
         case Ability::setLockKeys:
-        case Ability::readLog: return std::nullopt;
+        case Ability::readLog:
+        case Ability::reduceMotion: return std::nullopt;
     }
     std::unreachable();
 }
@@ -216,6 +218,14 @@ void X11DesktopUnderContract::leaveNothingInFront() {
 
 void X11DesktopUnderContract::revokeTrust() {
     desktop_->stopWindowManager();
+}
+
+void X11DesktopUnderContract::setReducesMotion(bool reduces) {
+    const XSettingsBytes settings = XSettingsBytes().integer("Gtk/EnableAnimations", reduces ? 0 : 1);
+    if (settingsManager_)
+        settingsManager_->publish(settings.bytes());
+    else
+        settingsManager_.emplace(observer().connection(), settings.bytes());
 }
 
 void X11DesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {

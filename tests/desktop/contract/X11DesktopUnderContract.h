@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/harness/Pager.h"
+#include "desktop/harness/SettingsManager.h"
 #include "desktop/harness/TestDesktop.h"
 #include "desktop/harness/TestKeyboard.h"
 #include "platform/contract/DesktopUnderContract.h"
@@ -37,6 +38,8 @@ public:
     void leaveNothingInFront() override;
     void revokeTrust() override;
 
+    void setReducesMotion(bool reduces) override;
+
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
     void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
@@ -70,6 +73,7 @@ private:
     std::unique_ptr<TestDesktop> desktop_;
     TestKeyboard keyboard_;
     Pager pager_;
+    std::optional<SettingsManager> settingsManager_;
     std::map<int, Client> clients_;
     std::map<ContractWindow, OpenWindow> windows_;
     int standardError_ = -1;  // what it was before its redirection

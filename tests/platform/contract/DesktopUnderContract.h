@@ -36,6 +36,7 @@ enum class Ability : std::uint8_t {
     holdKeys,
     setLockKeys,
     readLog,
+    reduceMotion,
 };
 
 /// One window of a desktop under contract, for the life of the desktop.
@@ -96,6 +97,12 @@ public:
     virtual void endApplicationOf(ContractWindow window) = 0;
     virtual void leaveNothingInFront() = 0;
     virtual void revokeTrust() = 0;
+
+    // The user's wishes
+
+    /// The user asks for as little motion on screen as possible, or takes it back. The news arrives in a turn of the
+    /// main loop.
+    virtual void setReducesMotion(bool reduces) = 0;
 
     // Displays
 

@@ -54,4 +54,19 @@ TEST_P(WorkspaceContract, AnApplicationThatEndedIsNotFrontmost) {
     EXPECT_NE(desktop->platform().workspace().frontmostApplication().value_or(RunningApplication{}).pid, pid);
 }
 
+TEST_P(WorkspaceContract, MotionIsNotReducedUnlessTheUserAsksForIt) {
+    EXPECT_FALSE(desktop->platform().workspace().accessibilityDisplayShouldReduceMotion());
+}
+
+TEST_P(WorkspaceContract, FollowsTheUsersWishForLittleMotion) {
+    VELMORAND_NEEDS(Ability::reduceMotion);
+    Workspace& workspace = desktop->platform().workspace();
+
+    desktop->setReducesMotion(true);
+    EXPECT_TRUE(desktop->runUntil([&] { return workspace.accessibilityDisplayShouldReduceMotion(); }, deadline));
+
+    desktop->setReducesMotion(false);
+    EXPECT_TRUE(desktop->runUntil([&] { return !workspace.accessibilityDisplayShouldReduceMotion(); }, deadline));
+}
+
 }  // namespace velmorand

@@ -2,6 +2,8 @@
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/support/FakeWindowSystem.h"
+#include "platform/linux/support/ScopedEnvironment.h"
+#include "platform/simulated/SimulatedLog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -42,14 +44,44 @@ TEST(LinuxDisplaysTest, AreReadAfreshFromTheWindowSystem) {
     EXPECT_THAT(displays.screens(), ElementsAre(display));
 }
 
-TEST(LinuxWorkspaceTest, AsksTheWindowSystemForTheFrontmostApplication) {
+class SettableMotionSource final : public MotionSource {
+public:
+    [[nodiscard]] std::optional<bool> reducesMotion() override { return reduces; }
+
+    bool reduces = false;
+};
+
+class LinuxWorkspaceTest : public testing::Test {
+protected:
     FakeWindowSystem windowSystem;
-    LinuxWorkspace workspace(windowSystem);
+    SettableMotionSource motionSource;
+    ReducedMotion reducedMotion{{&motionSource}};
+    SimulatedLog log;
+    AccessibilitySettings accessibilitySettings{log};
+    LinuxWorkspace workspace{windowSystem, reducedMotion, accessibilitySettings};
+};
+
+TEST_F(LinuxWorkspaceTest, AsksTheWindowSystemForTheFrontmostApplication) {
     EXPECT_EQ(workspace.frontmostApplication(), std::nullopt);
 
     const RunningApplication editor{501, "org.example.Editor", "Editor"};
     windowSystem.frontmost = editor;
     EXPECT_EQ(workspace.frontmostApplication(), editor);
+}
+
+TEST_F(LinuxWorkspaceTest, ReducesMotionWhereTheSessionDoes) {
+    EXPECT_FALSE(workspace.accessibilityDisplayShouldReduceMotion());
+
+    motionSource.reduces = true;
+    EXPECT_TRUE(workspace.accessibilityDisplayShouldReduceMotion());
+}
+
+TEST_F(LinuxWorkspaceTest, OpensTheAccessibilitySettingsOfTheRunningDesktop) {
+    const ScopedEnvironment names("XDG_CURRENT_DESKTOP", "nameless");
+
+    workspace.openAccessibilitySettings();
+
+    EXPECT_THAT(log.lines(), ElementsAre(testing::Field(&LogLine::category, "ax")));
 }
 
 }  // namespace

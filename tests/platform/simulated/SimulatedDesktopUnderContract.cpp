@@ -42,7 +42,8 @@ std::optional<std::string> SimulatedDesktopUnderContract::reasonAgainst(Ability 
         case Ability::changeDisplays:
         case Ability::disconnectAllDisplays:
         case Ability::takeCombinations:
-        case Ability::readLog: return std::nullopt;
+        case Ability::readLog:
+        case Ability::reduceMotion: return std::nullopt;
     }
     std::unreachable();
 }
@@ -115,6 +116,10 @@ void SimulatedDesktopUnderContract::leaveNothingInFront() {
 
 void SimulatedDesktopUnderContract::revokeTrust() {
     platform_.desktop().trusted = false;
+}
+
+void SimulatedDesktopUnderContract::setReducesMotion(bool reduces) {
+    platform_.runLoop().post([this, reduces] { platform_.workspace().setReducesMotion(reduces); });
 }
 
 void SimulatedDesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {

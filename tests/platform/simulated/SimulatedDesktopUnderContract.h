@@ -28,6 +28,8 @@ public:
     void leaveNothingInFront() override;
     void revokeTrust() override;
 
+    void setReducesMotion(bool reduces) override;
+
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
     void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
