@@ -21,7 +21,7 @@ public:
     ProcessWatcher(const ProcessWatcher&) = delete;
     ProcessWatcher& operator=(const ProcessWatcher&) = delete;
 
-    /// Watches a process from now on; one that is watched already, or is gone, is ignored.
+    /// Watches the process that has this number now; one that is watched already, or has ended, is ignored.
     void watch(std::int32_t pid);
 
     /// Whether the process is watched and has not ended, as of now: its end may not have been told yet.
@@ -33,11 +33,12 @@ private:
         Subscription subscription;
     };
 
-    void processEnded(std::int32_t pid);
+    void processEnded(std::int32_t pid, int file);
 
     QtRunLoop& runLoop_;
     std::function<void(std::int32_t)> ended_;
-    std::map<std::int32_t, Watched> watched_;
+    /// Two of one number: a process whose end has not been told yet, and the one that got its number.
+    std::multimap<std::int32_t, Watched> watched_;
 };
 
 }  // namespace velmorand

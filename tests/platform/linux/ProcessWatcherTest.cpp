@@ -155,6 +155,37 @@ TEST_F(ProcessWatcherTest, IgnoresNumbersThatAreNoProcess) {
     EXPECT_THAT(ended, IsEmpty());
 }
 
+TEST_F(ProcessWatcherTest, IgnoresAProcessThatHasEndedButIsNotCollected) {
+    ChildProcess child;
+    child.endWithoutCollecting();
+
+    watcher->watch(child.pid());
+    runSomeTurns();
+
+    EXPECT_FALSE(watcher->isRunning(child.pid()));
+    EXPECT_THAT(ended, IsEmpty());
+}
+
+TEST_F(ProcessWatcherTest, WatchesTheProcessThatGetsTheNumberOfOneWhoseEndIsNotToldYet) {
+    ChildProcess first;
+    const pid_t pid = first.pid();
+    watcher->watch(pid);
+    first.endAndCollect();
+    const auto second = ChildProcess::withPid(pid);
+    if (!second) GTEST_SKIP() << "only a privileged process may choose the number of another one";
+
+    watcher->watch(pid);
+    EXPECT_TRUE(watcher->isRunning(pid));
+    EXPECT_TRUE(runUntil([this] { return !ended.empty(); }));
+    runSomeTurns();
+    EXPECT_THAT(ended, ElementsAre(pid));
+    EXPECT_TRUE(watcher->isRunning(pid));
+
+    second->end();
+    EXPECT_TRUE(runUntil([this] { return ended.size() == 2; }));
+    EXPECT_FALSE(watcher->isRunning(pid));
+}
+
 TEST_F(ProcessWatcherTest, TellsNothingOnceItIsGone) {
     ChildProcess child;
     watcher->watch(child.pid());

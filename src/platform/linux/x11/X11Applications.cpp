@@ -45,8 +45,10 @@ std::expected<RunningApplication, X11Failure> X11Applications::applicationOf(Win
     const auto process = processOf(window.number, deadline);
     if (!process) return std::unexpected(process.error());
     const std::optional<std::int32_t> pid = *process;
-    RunningApplication application = identify(window.number, pid, deadline);
+    // From here on the number stands for one process. Was the window there after that, it is this process's.
     if (pid) processWatcher_.watch(*pid);
+    RunningApplication application = identify(window.number, pid, deadline);
+    if (!registry_.isCurrent(window)) return std::unexpected(X11Failure::error);
     // What could not be read in time is asked for again.
     const bool isCertain = std::chrono::steady_clock::now() < deadline && !connection_.isLost();
     if (isCertain) registry_.setApplication(window, application);
