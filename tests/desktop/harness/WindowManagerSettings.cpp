@@ -21,9 +21,12 @@ constexpr std::string_view xfwm4Settings = R"(<?xml version="1.0" encoding="UTF-
 </channel>
 )";
 
-/// The toolbar would cover windows without reserving its edge everywhere.
+/// The toolbar would cover windows without reserving its edge everywhere. The style is one without a picture behind the
+/// windows: the tool that sets such a picture complains in a window of its own, which takes the focus, where it finds
+/// no other tool to do it with.
 constexpr std::string_view fluxboxSettings = R"(session.screen0.toolbar.visible: false
 session.screen0.tabs.intitlebar: true
+session.styleFile: /usr/share/fluxbox/styles/Squared_blue
 )";
 
 constexpr std::string_view icewmSettings = R"(ShowTaskBar=0
