@@ -1,6 +1,7 @@
 #include "desktop/demo/DemoDesktop.h"
 
 #include "desktop/demo/ProgramStart.h"
+#include "desktop/harness/SettingsFile.h"
 #include "desktop/harness/TestWindows.h"
 
 #include <algorithm>
@@ -42,7 +43,8 @@ std::vector<std::string> commandOf(const Opening& opening) {
 
 std::expected<std::unique_ptr<DemoDesktop>, HarnessError> DemoDesktop::open(const std::filesystem::path& program,
                                                                             std::size_t shortcuts,
-                                                                            WindowManagerKind windowManager) {
+                                                                            WindowManagerKind windowManager,
+                                                                            std::string_view storedSettings) {
     auto desktop = TestDesktop::create({.windowManager = {.kind = windowManager, .isCompositing = true},
                                         .monitors = {{"secondary", secondary, false}, {"primary", primary, true}},
                                         .panel = PanelOptions{.edge = PanelEdge::bottom, .height = panelHeight}});
@@ -53,6 +55,10 @@ std::expected<std::unique_ptr<DemoDesktop>, HarnessError> DemoDesktop::open(cons
     std::unique_ptr<DemoDesktop> demo(new DemoDesktop(std::move(*desktop), *keyboard));
     if (auto done = demo->openWindows(); !done) return std::unexpected(done.error());
     if (auto done = demo->checkShadow(); !done) return std::unexpected(done.error());
+    if (!storedSettings.empty()) {
+        auto left = writeSettingsFile(storedSettingsFile(demo->test().environment()), storedSettings);
+        if (!left) return std::unexpected(left.error());
+    }
     auto started = startProgram(demo->test(), program, shortcuts);
     if (!started) return std::unexpected(HarnessError{started.error().message + demo->logTails()});
     demo->program_ = std::move(*started);

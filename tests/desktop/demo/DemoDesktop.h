@@ -7,6 +7,7 @@
 #include "desktop/harness/TestKeyboard.h"
 
 #include <map>
+#include <string_view>
 
 namespace velmorand::desktop {
 
@@ -15,9 +16,11 @@ namespace velmorand::desktop {
 class DemoDesktop {
 public:
     /// Returns when the windows are on screen and \p program has registered \p shortcuts shortcuts. Fails, too, when
-    /// the window that draws its own shadow does not say so under a compositing window manager.
+    /// the window that draws its own shadow does not say so under a compositing window manager. The program finds
+    /// \p storedSettings as the document of an earlier run, unless it is empty.
     [[nodiscard]] static std::expected<std::unique_ptr<DemoDesktop>, HarnessError> open(
-        const std::filesystem::path& program, std::size_t shortcuts, WindowManagerKind windowManager);
+        const std::filesystem::path& program, std::size_t shortcuts, WindowManagerKind windowManager,
+        std::string_view storedSettings = {});
 
     /// The displays without the panel, from left to right, from the primary display's top-left corner.
     [[nodiscard]] std::vector<PixelRect> workAreas() const;

@@ -21,6 +21,10 @@ std::size_t registeredShortcuts(std::string_view log) {
 
 }  // namespace
 
+std::filesystem::path storedSettingsFile(const Environment& session) {
+    return std::filesystem::path(session.at("XDG_CONFIG_HOME")) / "velmorand/VelmorandPreferencesState";
+}
+
 std::expected<ChildProcess, HarnessError> startProgram(TestDesktop& desktop, const std::filesystem::path& program,
                                                        std::size_t shortcuts, const Environment& additions) {
     auto process = desktop.start({program.string()}, additions);

@@ -22,6 +22,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
+    /// The document that the program finds when it starts; empty for none.
+    [[nodiscard]] virtual std::string_view storedSettings() const { return {}; }
+
     /// Presses the default shortcut of the action.
     void press(std::string_view action);
 

@@ -63,10 +63,7 @@ protected:
         return found ? std::optional(*found) : std::nullopt;
     }
 
-    /// In the session's configuration folder, as it is unless a variable says something else.
-    [[nodiscard]] fs::path file() const {
-        return fs::path(desktop_->environment().at("XDG_CONFIG_HOME")) / "velmorand/VelmorandPreferencesState";
-    }
+    [[nodiscard]] fs::path file() const { return storedSettingsFile(desktop_->environment()); }
     void leave(std::string_view document) const {
         const auto written = writeSettingsFile(file(), document);
         ASSERT_TRUE(written) << written.error();
