@@ -50,7 +50,7 @@ WindowAnimationDriver::WindowAnimationDriver(std::shared_ptr<AXWindowClient> axC
 void WindowAnimationDriver::animate(const WindowKey& window, const Rect& start, const Rect& target, double duration,
                                     Completion completion) {
     assert(runLoop_.isMainThread());
-    assert(!running_.contains(window) && "its running animation is cancelled first");
+    cancel(window);
     const Animation animation{window, start, target, runLoop_.date(), duration};
     // A tick may end the timer and with it this function object, so it works on a copy.
     auto timer = runLoop_.every(tickInterval, [this, animation] { tick(Animation(animation)); });
@@ -121,12 +121,13 @@ std::expected<void, WindowOperationError> WindowAnimationDriver::write(const Win
     return axClient_->setSize(window.element, frame.size());
 }
 
-/// The completion may start another animation of the window, so everything is put away before.
+/// The completion may start another animation of the window, so the timer is stopped and everything put away before.
 void WindowAnimationDriver::end(const WindowKey& window, const AnimationCompletion& completion) {
     consecutiveFailures_.erase(window);
     const auto node = running_.extract(window);
     if (node.empty()) return;
-    const RunningAnimation ended = std::move(node.mapped());
+    RunningAnimation ended = std::move(node.mapped());
+    ended.timer.cancel();
     if (ended.completion) ended.completion(completion);
 }
 

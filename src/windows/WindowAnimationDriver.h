@@ -48,8 +48,8 @@ public:
     WindowAnimationDriver& operator=(const WindowAnimationDriver&) = delete;
     ~WindowAnimationDriver() = default;
 
-    /// Starts moving the window, which has no running animation, from `start` to `target`, frames in the accessibility
-    /// space, in `duration` seconds. A duration of 0 takes one step.
+    /// Starts moving the window from `start` to `target`, frames in the accessibility space, in `duration` seconds. An
+    /// animation of it that runs is cancelled before. A duration of 0 takes one step.
     void animate(const WindowKey& window, const Rect& start, const Rect& target, double duration,
                  Completion completion);
 

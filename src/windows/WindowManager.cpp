@@ -49,9 +49,10 @@ void WindowManager::observeDesktop() {
         workspace,
         workspace.addObserver(NotificationName::applicationTerminated, [this](const Notification& notification) {
             if (!notification.pid) return;
+            const auto isItsOwn = [&](const auto& entry) { return entry.second.pid == *notification.pid; };
             restoreTracker_.forget(*notification.pid);
-            std::erase_if(pendingRestoreSourceFrames_,
-                          [&](const auto& entry) { return entry.second.pid == *notification.pid; });
+            std::erase_if(pendingRestoreSourceFrames_, isItsOwn);
+            std::erase_if(anchorsOnTheWayBack_, isItsOwn);
         }));
     NotificationCenter& application = platform_.defaultNotificationCenter;
     screenChangeToken_.emplace(application, application.addObserver(NotificationName::screenParametersChanged,
@@ -144,14 +145,17 @@ WindowManager::Outcome WindowManager::move(const Subject& subject, const Rect& t
     if (!axClient_->canSetFrame(subject.window.element))
         return std::unexpected(WindowOperationError::unsupportedWindow);
     const auto anchor = anchorOf(subject.window);
-    const Move move{subject.pid, subject.window, anchor ? anchor->frame : subject.frame, target};
+    const Move move{subject.pid, subject.window, anchor, anchor ? anchor->frame : subject.frame, target};
     return animatesMoves() ? moveAnimated(move) : moveAtOnce(move);
 }
 
 WindowManager::Outcome WindowManager::moveAtOnce(const Move& move) {
     animationDriver_.cancel(move.window);
     const auto moved = axClient_->setFrame(move.window.element, move.target);
-    if (!moved) return std::unexpected(moved.error());
+    if (!moved) {
+        putBack(move.window, move.anchor);
+        return std::unexpected(moved.error());
+    }
     if (!moved->landed) report(windowDidNotMoveMessage);
     record(move, moved->final.value_or(move.target));
     dropAnchor(move.window, move.source);
@@ -169,6 +173,7 @@ WindowManager::Outcome WindowManager::moveAnimated(const Move& move) {
     const auto start = axClient_->readFrame(move.window.element);
     if (!start) {
         dropAnchor(move.window, move.source);
+        putBack(move.window, move.anchor);
         return std::unexpected(start.error());
     }
     animationDriver_.animate(move.window, *start, move.target, duration,
@@ -197,7 +202,7 @@ WindowManager::Outcome WindowManager::restore(const Subject& subject) {
     pendingRestoreSourceFrames_.erase(subject.window);
     const Return back{subject.pid, subject.window, anchor, clampedToItsScreen(*remembered)};
     if (!axClient_->canSetFrame(subject.window.element)) {
-        putBack(back);
+        putBack(back.window, back.anchor);
         return std::unexpected(WindowOperationError::unsupportedWindow);
     }
     animationDriver_.cancel(subject.window);
@@ -207,7 +212,7 @@ WindowManager::Outcome WindowManager::restore(const Subject& subject) {
 WindowManager::Outcome WindowManager::returnAtOnce(const Return& back) {
     const auto moved = axClient_->setFrame(back.window.element, back.target);
     if (!moved) {
-        putBack(back);
+        putBack(back.window, back.anchor);
         return std::unexpected(moved.error());
     }
     completeReturn(back, moved->landed ? AnimationCompletion(AnimationLanded{})
@@ -225,20 +230,27 @@ WindowManager::Outcome WindowManager::returnAnimated(const Return& back) {
     }
     const auto start = axClient_->readFrame(back.window.element);
     if (!start) {
-        putBack(back);
+        putBack(back.window, back.anchor);
         return std::unexpected(start.error());
     }
+    if (back.anchor) anchorsOnTheWayBack_.insert_or_assign(back.window, *back.anchor);
     animationDriver_.animate(back.window, *start, back.target, duration,
-                             [this, back](const AnimationCompletion& completion) { completeReturn(back, completion); });
+                             [this, back](const AnimationCompletion& completion) {
+                                 Return ended = back;
+                                 ended.anchor = takeAnchorOnTheWayBack(back.window);
+                                 completeReturn(ended, completion);
+                             });
     return {};
 }
 
-/// A restore that lands uses the remembered frame up; any other can be tried again.
+/// A restore that lands uses up everything that is remembered of the window; any other can be tried again.
 void WindowManager::completeReturn(const Return& back, const AnimationCompletion& completion) {
-    if (std::holds_alternative<AnimationLanded>(completion))
+    if (std::holds_alternative<AnimationLanded>(completion)) {
         restoreTracker_.setEntry(back.pid, back.window, std::nullopt);
-    else
-        putBack(back);
+        pendingRestoreSourceFrames_.erase(back.window);
+    } else {
+        putBack(back.window, back.anchor);
+    }
     if (const auto* failed = std::get_if<AnimationFailed>(&completion)) report(failed->message);
 }
 
@@ -259,8 +271,14 @@ void WindowManager::dropAnchor(const WindowKey& window, const Rect& frame) {
         pendingRestoreSourceFrames_.erase(found);
 }
 
-void WindowManager::putBack(const Return& back) {
-    if (back.anchor) pendingRestoreSourceFrames_.insert_or_assign(back.window, *back.anchor);
+void WindowManager::putBack(const WindowKey& window, const std::optional<PendingRestoreAnchor>& anchor) {
+    if (anchor) pendingRestoreSourceFrames_.insert_or_assign(window, *anchor);
+}
+
+/// Absent also when the application has ended in the meantime.
+std::optional<PendingRestoreAnchor> WindowManager::takeAnchorOnTheWayBack(const WindowKey& window) {
+    const auto node = anchorsOnTheWayBack_.extract(window);
+    return node.empty() ? std::nullopt : std::optional(node.mapped());
 }
 
 WindowManager::Outcome WindowManager::writeWithoutCheck(const WindowKey& window, const Rect& frame) const {

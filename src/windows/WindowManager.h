@@ -87,6 +87,7 @@ private:
     struct Move {
         std::int32_t pid = 0;
         WindowKey window;
+        std::optional<PendingRestoreAnchor> anchor;  ///< the source comes from it; it is kept when the move is refused
         Rect source;
         Rect target;
     };
@@ -122,7 +123,8 @@ private:
     [[nodiscard]] bool animatesMoves() const;
     [[nodiscard]] std::optional<PendingRestoreAnchor> anchorOf(const WindowKey& window) const;
     void dropAnchor(const WindowKey& window, const Rect& frame);
-    void putBack(const Return& back);
+    void putBack(const WindowKey& window, const std::optional<PendingRestoreAnchor>& anchor);
+    [[nodiscard]] std::optional<PendingRestoreAnchor> takeAnchorOnTheWayBack(const WindowKey& window);
     [[nodiscard]] Outcome writeWithoutCheck(const WindowKey& window, const Rect& frame) const;
     [[nodiscard]] Rect clampedToItsScreen(const Rect& frame) const;
     void record(const Move& move, const Rect& applied);
@@ -137,6 +139,8 @@ private:
     WindowAnimationDriver animationDriver_;
     RestoreTracker<WindowKey> restoreTracker_;
     std::unordered_map<WindowKey, PendingRestoreAnchor> pendingRestoreSourceFrames_;
+    /// Those that a running restore has taken, to be put back if it does not land.
+    std::unordered_map<WindowKey, PendingRestoreAnchor> anchorsOnTheWayBack_;
     std::optional<NotificationToken> terminationToken_;
     std::optional<NotificationToken> screenChangeToken_;
     std::function<void(std::string_view)> onFailure_;

@@ -276,6 +276,33 @@ TEST_F(WindowAnimationDriverTest, AFailedWriteAtTheEndIsTold) {
     EXPECT_TRUE(platform.runLoop().isIdle());
 }
 
+TEST_F(WindowAnimationDriverTest, AFailedSecondTryAtTheEndIsTold) {
+    window(id).minimumSize = {600, 1};
+    accessibility.interruptBefore("set AXPosition of window", 3,
+                                  [this] { window(id).positionWriteError = AXError::cannotComplete; });
+    animate(0);
+
+    advance(tick);
+
+    EXPECT_THAT(completions, ElementsAre(AnimationFailed{"The target app did not respond to Accessibility requests."}));
+    EXPECT_TRUE(platform.runLoop().isIdle());
+}
+
+TEST_F(WindowAnimationDriverTest, AnAnimationOfAMovingWindowBeginsOnceTheFirstIsCancelled) {
+    std::vector<std::string> order;
+    driver->animate(key, start, target, duration, [&](const AnimationCompletion& completion) {
+        order.emplace_back(std::holds_alternative<AnimationCancelled>(completion) ? "cancelled" : "ended otherwise");
+        EXPECT_EQ(driver->runningTarget(key), std::nullopt);
+        EXPECT_TRUE(platform.runLoop().isIdle()) << "its timer runs no more";
+    });
+    advance(tick);
+
+    driver->animate(key, start, start, 0, [&](const AnimationCompletion&) { order.emplace_back("second"); });
+    advance(tick * 2);
+
+    EXPECT_THAT(order, ElementsAre("cancelled", "second"));
+}
+
 TEST_F(WindowAnimationDriverTest, AWindowThatClosesOnItsWayFails) {
     animate();
     advance(tick);

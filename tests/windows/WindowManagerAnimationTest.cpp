@@ -107,8 +107,8 @@ TEST_F(WindowManagerAnimationTest, ASecondActionStartsFromTheFrameOnScreen) {
     perform(rightHalf);
     advance(milliseconds(34));
 
-    EXPECT_GT(window(id).frame.x, reached);
-    EXPECT_LT(window(id).frame.x, reached + 0.3 * (720 - reached));
+    const double part = (1.0 / 30) / 0.3;
+    EXPECT_NEAR(window(id).frame.x, reached + (1 - (1 - part) * (1 - part)) * (rightHalfFrame.x - reached), 1e-3);
 }
 
 TEST_F(WindowManagerAnimationTest, ASecondActionKeepsTheRestoreFrameOfTheFirst) {
@@ -128,6 +128,98 @@ TEST_F(WindowManagerAnimationTest, AMoveAtOnceDuringAnAnimationKeepsItsRestoreFr
     changePreferences([](PreferencesState& state) { state.enableAnimations = false; });
     perform(rightHalf);
     ASSERT_EQ(window(id).frame, rightHalfFrame);
+    perform(restore);
+
+    EXPECT_EQ(window(id).frame, startFrame);
+}
+
+TEST_F(WindowManagerAnimationTest, AMoveAtOnceThatFailsDuringAnAnimationKeepsItsRestoreFrame) {
+    perform(leftHalf);
+    advance(milliseconds(100));
+    changePreferences([](PreferencesState& state) { state.enableAnimations = false; });
+    window(id).positionWriteError = AXError::cannotComplete;
+    EXPECT_TRUE(failureOf(windowManager->perform(rightHalf)).has_value());
+    window(id).positionWriteError.reset();
+
+    perform(restore);
+
+    EXPECT_EQ(window(id).frame, startFrame);
+}
+
+TEST_F(WindowManagerAnimationTest, ASecondActionThatCannotReadItsStartKeepsTheRestoreFrameOfTheFirst) {
+    perform(leftHalf);
+    advance(milliseconds(100));
+    accessibility.clearCalls();
+    accessibility.interruptBefore("copy AXPosition of window", 2,
+                                  [this] { window(id).readErrors["AXPosition"] = AXError::cannotComplete; });
+    EXPECT_EQ(failureOf(windowManager->perform(rightHalf)), WindowOperationError::missingWindowFrame);
+    window(id).readErrors.clear();
+
+    performWhole(restore);
+
+    EXPECT_EQ(window(id).frame, startFrame);
+}
+
+TEST_F(WindowManagerAnimationTest, ARestoreThatIsStoppedByAChangeOfDisplaysCanBeTriedAgain) {
+    perform(leftHalf);
+    advance(milliseconds(100));
+    perform(restore);
+    advance(milliseconds(34));
+    setDisplays({mainDisplay(), rightDisplay()});
+    ASSERT_NE(window(id).frame, startFrame);
+
+    performWhole(restore);
+
+    EXPECT_EQ(window(id).frame, startFrame);
+    expectNothingToRestore();
+}
+
+TEST_F(WindowManagerAnimationTest, AnActionDuringARestoreKeepsTheRestoreFrame) {
+    perform(leftHalf);
+    advance(milliseconds(100));
+    perform(restore);
+    advance(milliseconds(34));
+    performWhole(rightHalf);
+    ASSERT_EQ(window(id).frame, rightHalfFrame);
+
+    performWhole(restore);
+
+    EXPECT_EQ(window(id).frame, startFrame);
+}
+
+TEST_F(WindowManagerAnimationTest, ARestoreThatLandsLeavesNothingBehindOfTheOneItReplaced) {
+    performWhole(leftHalf);
+    perform(rightHalf);
+    advance(milliseconds(100));
+    perform(restore);
+    advance(milliseconds(34));
+    performWhole(restore);
+
+    EXPECT_EQ(window(id).frame, startFrame);
+    expectNothingToRestore();
+}
+
+TEST_F(WindowManagerAnimationTest, ARestoreAtOnceFromARunningMoveWhoseWriteFailsCanBeTriedAgain) {
+    perform(leftHalf);
+    advance(milliseconds(100));
+    changePreferences([](PreferencesState& state) { state.enableAnimations = false; });
+    window(id).positionWriteError = AXError::cannotComplete;
+    EXPECT_TRUE(failureOf(windowManager->perform(restore)).has_value());
+    window(id).positionWriteError.reset();
+
+    perform(restore);
+
+    EXPECT_EQ(window(id).frame, startFrame);
+}
+
+TEST_F(WindowManagerAnimationTest, ARestoreInOneStepWhoseWriteFailsIsToldAndCanBeTriedAgain) {
+    performWhole(leftHalf);
+    setDuration(0);
+    window(id).positionWriteError = AXError::cannotComplete;
+    perform(restore);
+    EXPECT_THAT(failures, ElementsAre("The target app did not respond to Accessibility requests."));
+    window(id).positionWriteError.reset();
+
     perform(restore);
 
     EXPECT_EQ(window(id).frame, startFrame);
@@ -245,6 +337,29 @@ TEST_F(WindowManagerAnimationTest, AnApplicationThatEndsOnTheWayIsForgotten) {
     EXPECT_THAT(failures, ElementsAre("Could not move the focused window (AX error -25202)."));
     EXPECT_FALSE(windowManager->hasRestoreEntry(pid));
     EXPECT_EQ(platform.runLoop().timerCount(), 0U);
+}
+
+/// A notification of its end is enough, whatever the window still answers.
+TEST_F(WindowManagerAnimationTest, WhatIsRememberedOfAMoveOnItsWayGoesWithItsApplication) {
+    perform(leftHalf);
+    advance(milliseconds(100));
+    platform.workspaceNotificationCenter().post({NotificationName::applicationTerminated, pid});
+    platform.runLoop().runPending();
+
+    expectNothingToRestore();
+}
+
+TEST_F(WindowManagerAnimationTest, WhatARestoreOnItsWayHasTakenGoesWithItsApplication) {
+    perform(leftHalf);
+    advance(milliseconds(100));
+    perform(restore);
+    platform.workspaceNotificationCenter().post({NotificationName::applicationTerminated, pid});
+    platform.runLoop().runPending();
+    window(id).positionWriteError = AXError::invalidElement;
+    advance(milliseconds(400));
+    window(id).positionWriteError.reset();
+
+    expectNothingToRestore();
 }
 
 TEST_F(WindowManagerAnimationTest, WithoutADurationTheWindowIsPutThereInOneStepAndRecorded) {

@@ -169,6 +169,8 @@ TEST_P(AnimationTest, ASecondPressOnTheWayCountsFromTheFirstTargetAndRestoreGoes
     ASSERT_TRUE(isOnItsWay());
     press("left");
     EXPECT_EQ(settledFrame(window, *halfOfIt), *halfOfIt) << "it is the half of the display that it was going to";
+    recordTheRest();
+    EXPECT_EQ(std::ranges::count(requestedFrames(window), onTheOtherDisplay), 0) << "it never got there";
 
     press("restore");
     EXPECT_EQ(settledFrame(window, start), start);
