@@ -27,7 +27,7 @@ void resetSignals() {
     const pid_t child = fork();
     if (child == 0) {
         resetSignals();
-        const int nothing = open("/dev/null", O_RDONLY);
+        const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
         if (nothing >= 0) dup2(nothing, STDIN_FILENO);
         execv(path, arguments);
     }

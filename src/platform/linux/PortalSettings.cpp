@@ -18,6 +18,10 @@ constexpr QLatin1StringView reducedMotionKey("reduced-motion");
 constexpr QLatin1StringView gnomeGroup("org.gnome.desktop.interface");
 constexpr QLatin1StringView animationsKey("enable-animations");
 
+constexpr QLatin1StringView busItself("org.freedesktop.DBus");
+/// What an answer is that has not come in time.
+constexpr QLatin1StringView noReplyError("org.freedesktop.DBus.Error.NoReply");
+
 /// Any other number means that the user has no preference.
 constexpr quint32 wantsReducedMotion = 1;
 
@@ -33,20 +37,22 @@ QVariant unboxed(QVariant value) {
 }  // namespace
 
 PortalSettings::PortalSettings(const QDBusConnection& bus)
-    : bus_(bus),
-      watcher_(service, bus, QDBusServiceWatcher::WatchForRegistration | QDBusServiceWatcher::WatchForUnregistration) {
+    : bus_(bus), watcher_(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
     if (!bus_.isConnected()) return;
-    connect(&watcher_, &QDBusServiceWatcher::serviceRegistered, this, [this] {
-        forgetAll();
-        askForAll();
-    });
-    connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, this, [this] { forgetAll(); });
+    // One portal may take the place of another without the name being free in between.
+    connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString& /*name*/, const QString& /*before*/, const QString& now) {
+                forgetAll();
+                answering_ = now;
+                if (!now.isEmpty()) askForAll();
+            });
     // From whomever: naming the service here would make the call wait for the bus.
     bus_.connect({}, path, interface, QStringLiteral("SettingChanged"), this, SLOT(settingChanged(QDBusMessage)));
     askForAll();
 }
 
 std::optional<bool> PortalSettings::reducesMotion() {
+    if (!bus_.isConnected()) return std::nullopt;
     if (wantsReducedMotion_ == true || enablesAnimations_ == false) return true;
     return enablesAnimations_ ? std::optional(false) : std::nullopt;
 }
@@ -64,8 +70,11 @@ void PortalSettings::ask(const QString& group, const QString& key) {
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, group, key, answer, portal = portals_] {
         answer->deleteLater();
         const QDBusMessage reply = answer->reply();
-        if (portal != portals_ || answer->isError() || reply.arguments().size() != 1) return;
-        answering_ = reply.service();
+        if (portal != portals_) return;
+        // It has taken too long, as a portal that has only just started may.
+        if (reply.errorName() == noReplyError) ask(group, key);
+        if (!reply.service().isEmpty() && reply.service() != busItself) answering_ = reply.service();
+        if (answer->isError() || reply.arguments().size() != 1) return;
         take(group, key, reply.arguments().first());
     });
 }

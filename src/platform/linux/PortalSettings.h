@@ -37,7 +37,7 @@ private:
     QDBusConnection bus_;
     QDBusServiceWatcher watcher_;
     int portals_ = 0;    // seen so far: an answer of one that has gone counts no more
-    QString answering_;  // the bus name of the one that has answered
+    QString answering_;  // the unique name of the one that answers, as far as it is known
     std::optional<bool> wantsReducedMotion_;
     std::optional<bool> enablesAnimations_;
 };

@@ -14,7 +14,7 @@ namespace {
 
 bool hasEnded(int file) {
     pollfd ended{.fd = file, .events = POLLIN, .revents = 0};
-    return poll(&ended, 1, 0) != 0;
+    return poll(&ended, 1, 0) > 0;
 }
 
 }  // namespace

@@ -239,6 +239,37 @@ TEST_F(PortalSettingsTest, APortalThatGoesTakesItsSettingsWithIt) {
     EXPECT_TRUE(comesToReduce(false));
 }
 
+TEST_F(PortalSettingsTest, APortalThatTakesTheNameFromAnotherIsFollowed) {
+    QDBusConnectionInterface& first = *portalBus_.interface();
+    startPortal({{{gnome, animations}, false}});
+    first.unregisterService(service);
+    first.registerService(service, QDBusConnectionInterface::DontQueueService,
+                          QDBusConnectionInterface::AllowReplacement);
+    follow();
+    ASSERT_TRUE(comesToReduce(true));
+
+    const QDBusConnection otherBus = connectToBus();
+    FakePortal successor(otherBus, {{{gnome, animations}, true}});
+    otherBus.interface()->registerService(service, QDBusConnectionInterface::ReplaceExistingService);
+    EXPECT_TRUE(comesToReduce(false));
+
+    successor.set(gnome, animations, false);
+    EXPECT_TRUE(comesToReduce(true)) << "its signals count";
+    portal_->set(gnome, animations, true);
+    runPosted();
+    EXPECT_EQ(reducesMotion(), true) << "those of the earlier one do not";
+}
+
+TEST_F(PortalSettingsTest, APortalThatLearnsOfASettingLaterIsHeard) {
+    startPortal({});
+    follow();
+    waitForAnswers(2);
+    EXPECT_EQ(reducesMotion(), std::nullopt);
+
+    portal_->set(gnome, animations, false);
+    EXPECT_TRUE(comesToReduce(true));
+}
+
 TEST_F(PortalSettingsTest, WithoutABusNothingIsSaidAndNothingWritten) {
     const RedirectedStandardError errors;
     PortalSettings settings(QDBusConnection(QStringLiteral("none")));
@@ -267,7 +298,7 @@ TEST_F(PortalSettingsTest, ABusThatEndsTakesTheSettingsWithItQuietly) {
 
     EXPECT_TRUE(runUntil([this] { return !ownBus_.isConnected(); }));
     runPosted();
-    EXPECT_NE(reducesMotion(), false);
+    EXPECT_EQ(reducesMotion(), std::nullopt);
 }
 
 /// No call waits for the bus, not even the first.
