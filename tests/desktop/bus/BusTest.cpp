@@ -1,7 +1,10 @@
 #include "desktop/bus/BusTest.h"
 
+#include <QDBusMessage>
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
+#include <utility>
 
 namespace velmorand::desktop {
 
@@ -10,7 +13,9 @@ BusTest::BusTest() {
     if (!folder) throw std::runtime_error(folder.error().message);
     folder_ = std::move(*folder);
     const char* path = std::getenv("PATH");
-    auto bus = SessionBus::start({{"PATH", path == nullptr ? "" : path}}, folder_->path());
+    const auto services = folder_->path() / "services";
+    std::filesystem::create_directory(services);
+    auto bus = SessionBus::start({{"PATH", path == nullptr ? "" : path}}, folder_->path(), services);
     if (!bus) throw std::runtime_error(bus.error().message);
     bus_ = std::move(*bus);
 }
@@ -26,6 +31,24 @@ QDBusConnection BusTest::connectToBus() {
     const auto connection = QDBusConnection::connectToBus(QString::fromStdString(bus_->address()), names_.last());
     if (!connection.isConnected()) throw std::runtime_error("the bus does not let us in");
     return connection;
+}
+
+void BusTest::disconnect(QDBusConnection&& connection) {
+    const QString name = connection.name();
+    connection = QDBusConnection(QStringLiteral("none"));
+    QDBusConnection::disconnectFromBus(name);
+    names_.removeOne(name);
+}
+
+void BusTest::offerService(const QString& service, std::string_view command) {
+    std::ofstream(folder_->path() / "services" / (service.toStdString() + ".service"))
+        << "[D-BUS Service]\nName=" << service.toStdString() << "\nExec=" << command << '\n';
+    QDBusConnection connection = connectToBus();
+    const QDBusMessage done = connection.call(
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReloadConfig")));
+    if (done.type() != QDBusMessage::ReplyMessage) throw std::runtime_error("the bus does not read its services anew");
+    disconnect(std::move(connection));
 }
 
 }  // namespace velmorand::desktop

@@ -7,9 +7,11 @@ namespace velmorand::desktop {
 /// A D-Bus session of our own.
 class SessionBus {
 public:
-    /// \p environment is what services started by the bus get. The log file goes into \p logFolder.
-    [[nodiscard]] static std::expected<SessionBus, HarnessError> start(const Environment& environment,
-                                                                       const std::filesystem::path& logFolder);
+    /// \p environment is what services started by the bus get. The log file goes into \p logFolder. The bus can start
+    /// those services that have a file in \p serviceFolder; absent for those that are installed on this machine.
+    [[nodiscard]] static std::expected<SessionBus, HarnessError> start(
+        const Environment& environment, const std::filesystem::path& logFolder,
+        const std::optional<std::filesystem::path>& serviceFolder = {});
 
     /// As in DBUS_SESSION_BUS_ADDRESS.
     [[nodiscard]] const std::string& address() const { return address_; }
