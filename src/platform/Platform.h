@@ -15,6 +15,7 @@ class Log;
 class NotificationCenter;
 class RunLoop;
 class UserDefaults;
+class UserNotificationCenter;
 class Workspace;
 
 /// Owns every service of the operating system that the program uses. It outlives all services built on it, which
@@ -33,6 +34,8 @@ public:
     [[nodiscard]] virtual NotificationCenter& workspaceNotificationCenter() = 0;
     /// Tells of the displays and of this application.
     [[nodiscard]] virtual NotificationCenter& defaultNotificationCenter() = 0;
+    /// Shows notifications to the user.
+    [[nodiscard]] virtual UserNotificationCenter& userNotificationCenter() = 0;
     [[nodiscard]] virtual RunLoop& runLoop() = 0;
     [[nodiscard]] virtual Application& application() = 0;
     [[nodiscard]] virtual const Bundle& bundle() const = 0;

@@ -2,6 +2,7 @@
 #include "platform/Platform.h"
 #include "platform/linux/AccessibilitySettings.h"
 #include "platform/linux/DesktopEnvironment.h"
+#include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/KdeAnimationSpeed.h"
 #include "platform/linux/LinuxAccessibility.h"
@@ -47,6 +48,7 @@ public:
     [[nodiscard]] HotKeyService& hotKeyService() override { return hotKeyService_; }
     [[nodiscard]] NotificationCenter& workspaceNotificationCenter() override { return workspaceNotificationCenter_; }
     [[nodiscard]] NotificationCenter& defaultNotificationCenter() override { return defaultNotificationCenter_; }
+    [[nodiscard]] UserNotificationCenter& userNotificationCenter() override { return userNotificationCenter_; }
     [[nodiscard]] RunLoop& runLoop() override { return runLoop_; }
     [[nodiscard]] Application& application() override { return application_; }
     [[nodiscard]] const Bundle& bundle() const override { return bundle_; }
@@ -110,6 +112,7 @@ private:
     std::unique_ptr<X11Connection> connection_;
     QtApplication application_;
     QtRunLoop runLoop_;
+    DesktopNotifications userNotificationCenter_{QDBusConnection::sessionBus(), runLoop_, VELMORAND_IDENTIFIER};
     X11HotKeyService hotKeyService_;
     std::unique_ptr<WindowSystem> windowSystem_;
     std::unique_ptr<LinuxAccessibility> accessibility_;

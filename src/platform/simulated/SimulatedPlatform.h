@@ -11,6 +11,7 @@
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedUserDefaults.h"
+#include "platform/simulated/SimulatedUserNotificationCenter.h"
 #include "platform/simulated/SimulatedWorkspace.h"
 
 namespace velmorand {
@@ -29,6 +30,7 @@ public:
         return workspaceNotificationCenter_;
     }
     [[nodiscard]] LocalNotificationCenter& defaultNotificationCenter() override { return defaultNotificationCenter_; }
+    [[nodiscard]] SimulatedUserNotificationCenter& userNotificationCenter() override { return userNotificationCenter_; }
     [[nodiscard]] SimulatedRunLoop& runLoop() override { return runLoop_; }
     [[nodiscard]] SimulatedApplication& application() override { return application_; }
     [[nodiscard]] const SimulatedBundle& bundle() const override { return bundle_; }
@@ -57,6 +59,7 @@ private:
     SimulatedHotKeyService hotKeyService_;
     LocalNotificationCenter workspaceNotificationCenter_;
     LocalNotificationCenter defaultNotificationCenter_;
+    SimulatedUserNotificationCenter userNotificationCenter_{runLoop_};
     SimulatedApplication application_{runLoop_};
 };
 

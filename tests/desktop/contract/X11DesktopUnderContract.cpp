@@ -34,6 +34,8 @@ int contentHeight(double height, const Extents& decorations) {
     return std::max(0, static_cast<int>(height) - decorations.top - decorations.bottom);
 }
 
+const QString notificationConnection = QStringLiteral("notification server");
+
 constexpr std::uint32_t commandMask = 0x0100;
 constexpr std::uint32_t shiftMask = 0x0200;
 constexpr std::uint32_t optionMask = 0x0800;
@@ -99,6 +101,8 @@ X11DesktopUnderContract::X11DesktopUnderContract(std::unique_ptr<TestDesktop> de
 
 X11DesktopUnderContract::~X11DesktopUnderContract() {
     platform_.reset();
+    notificationServer_.reset();
+    QDBusConnection::disconnectFromBus(notificationConnection);
     clients_.clear();
     dup2(standardError_, STDERR_FILENO);
     close(standardError_);
@@ -116,6 +120,10 @@ void X11DesktopUnderContract::redirectLog() {
 std::optional<std::string> X11DesktopUnderContract::reasonAgainst(Ability ability) const {
     switch (ability) {
         case Ability::disconnectAllDisplays: return "an X server always shows a display";
+        case Ability::denyNotifications: return "a notification server may still come for a long time";
+        case Ability::showNotifications:
+            if (QDBusConnection::sessionBus().isConnected()) return std::nullopt;
+            return "the toolkit keeps the session bus of the first desktop of its process";
         case Ability::revokeTrust:
         case Ability::openSeveralWindowsPerApplication:
         case Ability::minimiseWindows:
@@ -226,6 +234,25 @@ void X11DesktopUnderContract::setReducesMotion(bool reduces) {
         settingsManager_->publish(settings.bytes());
     else
         settingsManager_.emplace(observer().connection(), settings.bytes());
+}
+
+void X11DesktopUnderContract::allowNotifications() {
+    const auto connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, notificationConnection);
+    notificationServer_ =
+        std::make_unique<FakeNotificationServer>(connection, QStringList{QStringLiteral("body-markup")});
+}
+
+void X11DesktopUnderContract::denyNotifications() {}
+
+std::vector<ContractNotification> X11DesktopUnderContract::shownNotifications() {
+    std::vector<ContractNotification> shown;
+    for (const auto& [number, notification] : notificationServer_->shown()) {
+        QString body = notification.body;
+        body.replace(QStringLiteral("&lt;"), QStringLiteral("<")).replace(QStringLiteral("&gt;"), QStringLiteral(">"));
+        body.replace(QStringLiteral("&amp;"), QStringLiteral("&"));
+        shown.push_back({notification.summary.toStdString(), body.toStdString()});
+    }
+    return shown;
 }
 
 void X11DesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {

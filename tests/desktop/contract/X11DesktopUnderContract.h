@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/bus/FakeNotificationServer.h"
 #include "desktop/harness/Pager.h"
 #include "desktop/harness/SettingsManager.h"
 #include "desktop/harness/TestDesktop.h"
@@ -39,6 +40,10 @@ public:
     void revokeTrust() override;
 
     void setReducesMotion(bool reduces) override;
+
+    void allowNotifications() override;
+    void denyNotifications() override;
+    [[nodiscard]] std::vector<ContractNotification> shownNotifications() override;
 
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
@@ -81,6 +86,7 @@ private:
     std::string programName_ = "velmorand";
     char* arguments_[2] = {programName_.data(), nullptr};
     std::unique_ptr<Platform> platform_;
+    std::unique_ptr<FakeNotificationServer> notificationServer_;
 };
 
 }  // namespace velmorand::desktop

@@ -1,6 +1,11 @@
 #pragma once
 
+#include "platform/UserNotificationCenter.h"
 #include "platform/contract/DesktopUnderContract.h"
+
+#include <expected>
+#include <string>
+#include <vector>
 
 /// The suites to instantiate for a platform, each with INSTANTIATE_TEST_SUITE_P and `nameOfDesktop`.
 namespace velmorand {
@@ -49,6 +54,20 @@ protected:
     [[nodiscard]] std::optional<std::string> stored(std::string_view key);
     /// Stores the bytes and expects success.
     void store(std::string_view key, std::string_view bytes);
+};
+
+/// Notifications are allowed at the beginning of each of these tests.
+class UserNotificationCenterContract : public DesktopContract {
+protected:
+    void SetUp() override;
+
+    [[nodiscard]] UserNotificationCenter& center() { return desktop->platform().userNotificationCenter(); }
+    /// Adds it and notes how it ended.
+    void add(const std::string& identifier, const std::string& title, const std::string& body);
+    /// Waits until this many have ended; answers whether all of them are shown.
+    [[nodiscard]] bool allShown(std::size_t count);
+
+    std::vector<std::expected<void, UserNotificationError>> results;
 };
 
 class WorkspaceContract : public DesktopContract {};

@@ -37,6 +37,8 @@ enum class Ability : std::uint8_t {
     setLockKeys,
     readLog,
     reduceMotion,
+    showNotifications,
+    denyNotifications,
 };
 
 /// One window of a desktop under contract, for the life of the desktop.
@@ -51,6 +53,14 @@ struct ContractWindowRequest {
     Size minimumSize = {};
     /// Without any identifier (`Ability::hideIdentifiers`).
     bool hidesIdentifier = false;
+};
+
+/// A notification as the user reads it.
+struct ContractNotification {
+    std::string title;
+    std::string body;
+
+    bool operator==(const ContractNotification&) const = default;
 };
 
 /// A platform with a real or simulated desktop behind it. The contract tests act on the desktop through this
@@ -103,6 +113,15 @@ public:
     /// The user asks for as little motion on screen as possible, or takes it back. The news arrives in a turn of the
     /// main loop.
     virtual void setReducesMotion(bool reduces) = 0;
+
+    // Notifications
+
+    /// From now on notifications are shown to the user.
+    virtual void allowNotifications() = 0;
+    /// From now on no notification can be shown.
+    virtual void denyNotifications() = 0;
+    /// The notifications that the user sees now, in no order.
+    [[nodiscard]] virtual std::vector<ContractNotification> shownNotifications() = 0;
 
     // Displays
 

@@ -43,7 +43,9 @@ std::optional<std::string> SimulatedDesktopUnderContract::reasonAgainst(Ability 
         case Ability::disconnectAllDisplays:
         case Ability::takeCombinations:
         case Ability::readLog:
-        case Ability::reduceMotion: return std::nullopt;
+        case Ability::reduceMotion:
+        case Ability::showNotifications:
+        case Ability::denyNotifications: return std::nullopt;
     }
     std::unreachable();
 }
@@ -120,6 +122,21 @@ void SimulatedDesktopUnderContract::revokeTrust() {
 
 void SimulatedDesktopUnderContract::setReducesMotion(bool reduces) {
     platform_.runLoop().post([this, reduces] { platform_.workspace().setReducesMotion(reduces); });
+}
+
+void SimulatedDesktopUnderContract::allowNotifications() {
+    platform_.userNotificationCenter().setAuthorization(NotificationAuthorization::authorized);
+}
+
+void SimulatedDesktopUnderContract::denyNotifications() {
+    platform_.userNotificationCenter().setAuthorization(NotificationAuthorization::denied);
+}
+
+std::vector<ContractNotification> SimulatedDesktopUnderContract::shownNotifications() {
+    std::vector<ContractNotification> shown;
+    for (const auto& [identifier, content] : platform_.userNotificationCenter().shown())
+        shown.push_back({content.title, content.body});
+    return shown;
 }
 
 void SimulatedDesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {

@@ -30,6 +30,10 @@ public:
 
     void setReducesMotion(bool reduces) override;
 
+    void allowNotifications() override;
+    void denyNotifications() override;
+    [[nodiscard]] std::vector<ContractNotification> shownNotifications() override;
+
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
     void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
