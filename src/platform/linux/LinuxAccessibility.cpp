@@ -2,6 +2,7 @@
 
 #include "platform/IdentityElementBody.h"
 #include "platform/RunLoop.h"
+#include "platform/linux/TrustPrompt.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,8 +36,8 @@ std::expected<Value, AXError> finiteValue(const AXBoxedValue& boxed, double Valu
 
 }  // namespace
 
-LinuxAccessibility::LinuxAccessibility(WindowSystem& windowSystem, RunLoop& runLoop, Log& log)
-    : windowSystem_(windowSystem), runLoop_(runLoop), logger_(log, "ax") {}
+LinuxAccessibility::LinuxAccessibility(WindowSystem& windowSystem, RunLoop& runLoop, TrustPrompt& trustPrompt, Log& log)
+    : windowSystem_(windowSystem), runLoop_(runLoop), trustPrompt_(trustPrompt), logger_(log, "ax") {}
 
 bool LinuxAccessibility::isProcessTrusted() {
     const Deadline deadline = deadlineAfter(defaultMessagingTimeout);
@@ -48,7 +49,7 @@ bool LinuxAccessibility::isProcessTrustedWithPrompt() {
     const Deadline deadline = deadlineAfter(defaultMessagingTimeout);
     flushHeldPosition(deadline);
     const auto problem = windowSystem_.missingForTrust(deadline);
-    if (problem) logger_.error("{}", problem->sentence);
+    if (problem) trustPrompt_.show(problem->sentence);
     return !problem;
 }
 

@@ -11,12 +11,14 @@
 namespace velmorand {
 
 class RunLoop;
+class TrustPrompt;
 
 /// Answers the attribute-style accessibility interface from a window system that works in whole frames: position
 /// and size writes that belong together reach it as one.
 class LinuxAccessibility final : public Accessibility {
 public:
-    LinuxAccessibility(WindowSystem& windowSystem, RunLoop& runLoop, Log& log);
+    /// All must outlive it.
+    LinuxAccessibility(WindowSystem& windowSystem, RunLoop& runLoop, TrustPrompt& trustPrompt, Log& log);
 
     [[nodiscard]] bool isProcessTrusted() override;
     [[nodiscard]] bool isProcessTrustedWithPrompt() override;
@@ -53,6 +55,7 @@ private:
 
     WindowSystem& windowSystem_;
     RunLoop& runLoop_;
+    TrustPrompt& trustPrompt_;
     Logger logger_;
     std::optional<HeldPosition> held_;
     std::unordered_map<AXElement, double> timeouts_;                          // only those that are not the default

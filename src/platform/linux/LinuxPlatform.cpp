@@ -14,6 +14,7 @@
 #include "platform/linux/QtApplication.h"
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/ReducedMotion.h"
+#include "platform/linux/TrustPrompt.h"
 #include "platform/linux/x11/ToolkitConnection.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11HotKeyService.h"
@@ -68,7 +69,7 @@ private:
 
     void assemble(std::unique_ptr<WindowSystem> windowSystem) {
         windowSystem_ = std::move(windowSystem);
-        accessibility_ = std::make_unique<LinuxAccessibility>(*windowSystem_, runLoop_, log_);
+        accessibility_ = std::make_unique<LinuxAccessibility>(*windowSystem_, runLoop_, trustPrompt_, log_);
         followReducedMotion();
         workspace_ = std::make_unique<LinuxWorkspace>(*windowSystem_, *reducedMotion_, accessibilitySettings_);
         displays_ = std::make_unique<LinuxDisplays>(*windowSystem_);
@@ -113,6 +114,7 @@ private:
     QtApplication application_;
     QtRunLoop runLoop_;
     DesktopNotifications userNotificationCenter_{QDBusConnection::sessionBus(), runLoop_, VELMORAND_IDENTIFIER};
+    TrustPrompt trustPrompt_{userNotificationCenter_, log_, VELMORAND_IDENTIFIER};
     X11HotKeyService hotKeyService_;
     std::unique_ptr<WindowSystem> windowSystem_;
     std::unique_ptr<LinuxAccessibility> accessibility_;

@@ -36,6 +36,19 @@ TEST_F(LinuxAccessibilityTest, TellsWhatIsMissingAsOneErrorLineWhenPrompted) {
     EXPECT_THAT(log.lines(), ElementsAre(LogLine{LogLevel::error, "ax", "No window manager is running."}));
 }
 
+TEST_F(LinuxAccessibilityTest, ShowsWhatIsMissingWhenPromptedAndDoesNotWaitForIt) {
+    userNotificationCenter.setAuthorization(NotificationAuthorization::authorized);
+    windowSystem.missing = TrustProblem{AXError::apiDisabled, "No window manager is running."};
+
+    EXPECT_FALSE(accessibility->isProcessTrustedWithPrompt());
+    EXPECT_THAT(userNotificationCenter.shown(), IsEmpty());
+    runLoop.runPending();
+
+    EXPECT_THAT(userNotificationCenter.shown(),
+                ElementsAre(testing::Pair("app.velmorand.Velmorand.trust",
+                                          UserNotificationContent{"Velmorand", "No window manager is running."})));
+}
+
 TEST_F(LinuxAccessibilityTest, TakesBracesInTheSentenceAsTheyAre) {
     windowSystem.missing = TrustProblem{AXError::apiDisabled, "{} {0} {"};
 

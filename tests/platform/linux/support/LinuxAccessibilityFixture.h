@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/linux/LinuxAccessibility.h"
+#include "platform/linux/TrustPrompt.h"
 #include "platform/linux/support/FakeWindowSystem.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/simulated/SimulatedUserNotificationCenter.h"
 #include "support/Expected.h"
 #include "support/Printing.h"
 
@@ -44,11 +46,13 @@ protected:
 
     SimulatedRunLoop runLoop;
     SimulatedLog log;
+    SimulatedUserNotificationCenter userNotificationCenter{runLoop};
+    TrustPrompt trustPrompt{userNotificationCenter, log, "app.velmorand.Velmorand"};
     FakeWindowSystem windowSystem;
     WindowID back = windowSystem.open(pid, backFrame);
     WindowID front = windowSystem.open(pid, frontFrame);
     std::unique_ptr<LinuxAccessibility> accessibility =
-        std::make_unique<LinuxAccessibility>(windowSystem, runLoop, log);
+        std::make_unique<LinuxAccessibility>(windowSystem, runLoop, trustPrompt, log);
 };
 
 /// Matches the result of a call that succeeded.
