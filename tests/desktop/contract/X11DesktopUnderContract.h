@@ -44,6 +44,8 @@ public:
     void allowNotifications() override;
     void denyNotifications() override;
     [[nodiscard]] std::vector<ContractNotification> shownNotifications() override;
+    /// How many notifications have arrived, also those that took another one's place.
+    [[nodiscard]] std::size_t receivedNotifications() const { return notificationServer_->received().size(); }
 
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
