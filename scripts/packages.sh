@@ -21,7 +21,7 @@ build | libxcb1-dev | connection to the X server
 build | libxcb-randr0-dev | displays
 build | libxcb-res0-dev | the process behind a window
 build | libxcb-xinput-dev | hot keys
-build | libxcb-xkb-dev | for later: labels of keys in the current layout
+build | libxcb-xkb-dev | what keys write in the current layout
 build | libxcb-xfixes0-dev | for later: owners of selections
 build | libxkbcommon-dev | key symbols
 build | libxkbcommon-x11-dev | for later: the keymap of the X server

@@ -18,6 +18,7 @@
 #include "platform/linux/x11/ToolkitConnection.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11HotKeyService.h"
+#include "platform/linux/x11/X11Keyboard.h"
 #include "platform/linux/x11/X11Settings.h"
 #include "platform/linux/x11/X11WindowSystem.h"
 
@@ -60,7 +61,8 @@ private:
     LinuxPlatform(std::unique_ptr<X11Connection> connection, int& argumentCount, char** arguments)
         : connection_(std::move(connection)),
           application_(argumentCount, arguments, log_),
-          hotKeyService_(*connection_, runLoop_) {
+          keyboard_(*connection_),
+          hotKeyService_(*connection_, keyboard_, runLoop_) {
         silenceToolkitConnectionErrors();
         application_.endOnSignals(runLoop_);
         readable_ = runLoop_.watch(connection_->file(), [this] { handleConnection(); });
@@ -115,6 +117,7 @@ private:
     QtRunLoop runLoop_;
     DesktopNotifications userNotificationCenter_{QDBusConnection::sessionBus(), runLoop_, VELMORAND_IDENTIFIER};
     TrustPrompt trustPrompt_{userNotificationCenter_, log_, VELMORAND_IDENTIFIER};
+    X11Keyboard keyboard_;
     X11HotKeyService hotKeyService_;
     std::unique_ptr<WindowSystem> windowSystem_;
     std::unique_ptr<LinuxAccessibility> accessibility_;

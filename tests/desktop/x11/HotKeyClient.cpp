@@ -33,7 +33,8 @@ HotKeyClient::HotKeyClient(QtRunLoop& runLoop) : runLoop_(runLoop) {
     auto connection = X11Connection::open();
     if (!connection) throw std::runtime_error(connection.error());
     connection_ = std::move(*connection);
-    service_ = std::make_unique<X11HotKeyService>(*connection_, runLoop);
+    keyboard_ = std::make_unique<X11Keyboard>(*connection_);
+    service_ = std::make_unique<X11HotKeyService>(*connection_, *keyboard_, runLoop);
     repeatCounter_ = connection_->listen([this](const xcb_generic_event_t& event) {
         if (isRepeat(event)) ++repeats_;
     });

@@ -4,6 +4,7 @@
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11HotKeyService.h"
+#include "platform/linux/x11/X11Keyboard.h"
 
 #include <cstdint>
 #include <memory>
@@ -35,6 +36,7 @@ public:
 
     [[nodiscard]] X11HotKeyService& service() { return *service_; }
     [[nodiscard]] X11Connection& connection() { return *connection_; }
+    [[nodiscard]] X11Keyboard& keyboard() { return *keyboard_; }
 
     /// Installs the handler that notes the presses; answers the status.
     OSStatus install();
@@ -62,6 +64,7 @@ private:
 
     QtRunLoop& runLoop_;
     std::unique_ptr<X11Connection> connection_;
+    std::unique_ptr<X11Keyboard> keyboard_;
     std::unique_ptr<X11HotKeyService> service_;
     std::vector<HotKeyReference> added_;
     std::vector<std::uint32_t> pressed_;

@@ -99,6 +99,21 @@ TEST_F(X11HotKeyKeyboardTest, AShortcutFollowsSuperAndAltToOtherModifiers) {
     EXPECT_TRUE(otherClient().isFree(Key::left));
 }
 
+/// The server tells of changes in other words then.
+TEST_F(X11HotKeyKeyboardTest, AShortcutFollowsItsModifiersAlsoAfterTheKeyboardWasDescribed) {
+    start();
+    ASSERT_EQ(client().add(Key::left, modifier::command, 1), noError);
+    ASSERT_TRUE(client().keyboard().describe(soon()));
+
+    setKeysOfModifier(XCB_MAP_INDEX_4, {});
+    setKeysOfModifier(XCB_MAP_INDEX_3, {Key::leftSuper});
+    EXPECT_THAT(pressedIDs({{{Key::leftSuper}, Key::left}}), ElementsAre(1));
+
+    setLayout({"-layout", "fr", "-option", "", "-option", "altwin:swap_alt_win"});
+    EXPECT_THAT(pressedIDs({{{Key::leftAlt}, Key::left}}), ElementsAre(1));
+    EXPECT_THAT(pressedIDs({{{Key::leftSuper}, Key::left}}), IsEmpty());
+}
+
 TEST_F(X11HotKeyKeyboardTest, ModifiersThatChangePlacesTakeTheirShortcutsAlong) {
     start();
     ASSERT_EQ(client().add(Key::left, modifier::command, 1), noError);

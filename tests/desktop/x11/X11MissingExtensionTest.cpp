@@ -68,13 +68,24 @@ TEST_F(X11MissingExtensionTest, WithoutRandRTheWholeScreenIsTheOnlyDisplay) {
 
 TEST_F(X11MissingExtensionTest, WithoutTheInputExtensionHotKeysAreRefusedAndWindowsMove) {
     connectWithout({"XInputExtension"});
-    X11HotKeyService hotKeys(connection(), runLoop);
+    const X11Keyboard keyboard(connection());
+    X11HotKeyService hotKeys(connection(), keyboard, runLoop);
 
     const HotKeyRegistration registration = hotKeys.registerHotKey(8, 0x0900, {});
     EXPECT_EQ(registration.status, hotKeyInternalError);
     EXPECT_EQ(registration.reference, std::nullopt);
     EXPECT_EQ(hotKeys.installHandler([](const HotKeyEvent*) { return noError; }), std::unexpected(hotKeyInternalError));
     expectWindowMoves();
+}
+
+TEST_F(X11MissingExtensionTest, WithoutTheKeyboardExtensionNothingIsKnownOfTheKeyboard) {
+    connectWithout({"XKEYBOARD"});
+    X11Keyboard keyboard(connection());
+
+    EXPECT_EQ(keyboard.describe(soon()), std::nullopt);
+    keyboard.followModifiers(true);
+    EXPECT_TRUE(connection().check({}, soon()));
+    EXPECT_FALSE(connection().isLost());
 }
 
 TEST_F(X11MissingExtensionTest, WithoutAnyOfThemWindowsMove) {

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11HotKeyService.h"
 
 #include "platform/linux/x11/X11KeyCodes.h"
+#include "platform/linux/x11/X11ModifierMapReader.h"
 
 #include <xcb/xinput.h>
 
@@ -36,8 +37,9 @@ private:
 
 }  // namespace
 
-X11HotKeyService::X11HotKeyService(X11Connection& connection, RunLoop& runLoop)
+X11HotKeyService::X11HotKeyService(X11Connection& connection, const X11Keyboard& keyboard, RunLoop& runLoop)
     : connection_(connection),
+      keyboard_(keyboard),
       runLoop_(runLoop),
       grabs_(connection),
       handler_(connection.handle([this](const xcb_generic_event_t& event) { handle(event); })) {}
@@ -122,27 +124,11 @@ const X11HotKeyService::Registration* X11HotKeyService::registrationOf(const X11
     return found == registrations_.end() ? nullptr : &found->second;
 }
 
-std::optional<X11ModifierMap> X11HotKeyService::readModifierMap(Deadline deadline) {
-    const xcb_setup_t& setup = connection_.setup();
-    const auto keyCount = static_cast<std::uint8_t>(setup.max_keycode - setup.min_keycode + 1);
-    const auto modifiersRequest = xcb_get_modifier_mapping(connection_.raw());
-    const auto keysymsRequest = xcb_get_keyboard_mapping(connection_.raw(), setup.min_keycode, keyCount);
-    const auto modifiers = connection_.reply<xcb_get_modifier_mapping_reply_t>(modifiersRequest, deadline);
-    const auto keysyms = connection_.reply<xcb_get_keyboard_mapping_reply_t>(keysymsRequest, deadline);
-    if (!modifiers || !keysyms) return std::nullopt;
-    return decodeModifierMap({xcb_get_modifier_mapping_keycodes(modifiers->get()),
-                              static_cast<std::size_t>(xcb_get_modifier_mapping_keycodes_length(modifiers->get()))},
-                             (*modifiers)->keycodes_per_modifier,
-                             {xcb_get_keyboard_mapping_keysyms(keysyms->get()),
-                              static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(keysyms->get()))},
-                             (*keysyms)->keysyms_per_keycode, setup.min_keycode);
-}
-
 /// Keys are grabbed by their place, so another layout changes nothing; where the modifiers and locks went matters. The
 /// server tells of a change also when only another device takes its turn, so an equal map must cost nothing more.
 bool X11HotKeyService::refreshKeyboard(Deadline deadline) {
     if (keyboardIsCurrent_) return true;
-    const auto now = readModifierMap(deadline);
+    const auto now = readModifierMap(connection_, deadline);
     if (!now) return false;
     if (now != modifiers_ || !grabsAreComplete_) moveTo(*now, deadline);
     keyboardIsCurrent_ = grabsAreComplete_;
@@ -168,15 +154,12 @@ void X11HotKeyService::followKeyboard() {
 }
 
 void X11HotKeyService::handle(const xcb_generic_event_t& event) {
-    switch (eventType(event)) {
-        case XCB_MAPPING_NOTIFY:
-            if (reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request == XCB_MAPPING_POINTER) return;
-            keyboardIsCurrent_ = false;
-            // Not now: more of these follow as a rule, and the presses among them were made by the grabs as they are.
-            if (modifiers_) postOnce(followPosted_, &X11HotKeyService::followKeyboard);
-            return;
-        case XCB_GE_GENERIC: handlePress(event); return;
-        default: return;
+    if (keyboard_.tellsOfChange(event)) {
+        keyboardIsCurrent_ = false;
+        // Not now: more of these follow as a rule, and the presses among them were made by the grabs as they are.
+        if (modifiers_) postOnce(followPosted_, &X11HotKeyService::followKeyboard);
+    } else if (eventType(event) == XCB_GE_GENERIC) {
+        handlePress(event);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "platform/RunLoop.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11KeyGrabs.h"
+#include "platform/linux/x11/X11Keyboard.h"
 #include "platform/linux/x11/X11ModifierMap.h"
 
 #include <cstdint>
@@ -18,8 +19,8 @@ namespace velmorand {
 /// all are given back and registered again, no press is missed and the server hears nothing of it.
 class X11HotKeyService final : public HotKeyService {
 public:
-    /// Both must outlive the service.
-    X11HotKeyService(X11Connection& connection, RunLoop& runLoop);
+    /// All must outlive the service; the keyboard is that of the connection.
+    X11HotKeyService(X11Connection& connection, const X11Keyboard& keyboard, RunLoop& runLoop);
     ~X11HotKeyService() override;
 
     [[nodiscard]] std::expected<HotKeyHandlerReference, OSStatus> installHandler(HotKeyHandler handler) override;
@@ -38,7 +39,6 @@ private:
     };
 
     [[nodiscard]] bool reachInputExtension(Deadline deadline);
-    [[nodiscard]] std::optional<X11ModifierMap> readModifierMap(Deadline deadline);
     [[nodiscard]] bool refreshKeyboard(Deadline deadline);
     void moveTo(const X11ModifierMap& modifiers, Deadline deadline);
     void followKeyboard();
@@ -51,6 +51,7 @@ private:
     void deliver(HotKeyID hotKeyID);
 
     X11Connection& connection_;
+    const X11Keyboard& keyboard_;
     RunLoop& runLoop_;
     X11KeyGrabs grabs_;
     std::optional<std::uint8_t> inputOpcode_;  // once the server has said that it has the extension

@@ -40,4 +40,12 @@ inline constexpr std::array<X11KeyCodeRow, 119> x11KeyCodes{{
     return std::nullopt;
 }
 
+/// The virtual key code of an X keycode; absent for a key that has none.
+[[nodiscard]] constexpr std::optional<std::uint32_t> virtualKeyCodeFor(std::uint8_t xKeycode) {
+    for (const X11KeyCodeRow& row : x11KeyCodes) {
+        if (row.xKeycode == xKeycode) return row.virtualKeyCode;
+    }
+    return std::nullopt;
+}
+
 }  // namespace velmorand

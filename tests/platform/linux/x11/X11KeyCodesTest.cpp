@@ -182,5 +182,11 @@ INSTANTIATE_TEST_SUITE_P(Table, X11MissingKeyCodesTest,
                          testing::Values(52U, 63U, 66U, 68U, 70U, 77U, 108U, 112U, 127U, 128U, 256U, 0x10000U,
                                          std::numeric_limits<std::uint32_t>::max()));
 
+TEST(X11KeyCodeTableTest, IsReadBothWays) {
+    for (const X11KeyCodeRow& row : x11KeyCodes) EXPECT_EQ(virtualKeyCodeFor(row.xKeycode), row.virtualKeyCode);
+    EXPECT_EQ(virtualKeyCodeFor(0), std::nullopt);
+    EXPECT_EQ(virtualKeyCodeFor(255), std::nullopt);
+}
+
 }  // namespace
 }  // namespace velmorand
