@@ -13,6 +13,7 @@ class Displays;
 class HotKeyService;
 class Log;
 class NotificationCenter;
+class RecorderPanelHost;
 class RunLoop;
 class UserDefaults;
 class UserNotificationCenter;
@@ -30,6 +31,7 @@ public:
     [[nodiscard]] virtual Workspace& workspace() = 0;
     [[nodiscard]] virtual Displays& displays() = 0;
     [[nodiscard]] virtual HotKeyService& hotKeyService() = 0;
+    [[nodiscard]] virtual RecorderPanelHost& recorderPanelHost() = 0;
     /// Tells of other applications.
     [[nodiscard]] virtual NotificationCenter& workspaceNotificationCenter() = 0;
     /// Tells of the displays and of this application.

@@ -1,6 +1,7 @@
 #include "platform/LocalNotificationCenter.h"
 #include "platform/Platform.h"
 #include "platform/linux/AccessibilitySettings.h"
+#include "platform/linux/BusSessionLock.h"
 #include "platform/linux/DesktopEnvironment.h"
 #include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/FileUserDefaults.h"
@@ -13,12 +14,14 @@
 #include "platform/linux/PortalSettings.h"
 #include "platform/linux/QtApplication.h"
 #include "platform/linux/QtRunLoop.h"
+#include "platform/linux/RecorderPicture.h"
 #include "platform/linux/ReducedMotion.h"
 #include "platform/linux/TrustPrompt.h"
 #include "platform/linux/x11/ToolkitConnection.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11HotKeyService.h"
 #include "platform/linux/x11/X11Keyboard.h"
+#include "platform/linux/x11/X11RecorderPanelHost.h"
 #include "platform/linux/x11/X11Settings.h"
 #include "platform/linux/x11/X11WindowSystem.h"
 
@@ -41,6 +44,13 @@ public:
             X11WindowSystem::create(*platform->connection_, platform->runLoop_, platform->bundle_.identifier());
         if (!windowSystem) return std::unexpected(StartFailure{windowSystem.error()});
         platform->assemble(std::move(*windowSystem));
+        auto recorderPanelHost = X11RecorderPanelHost::create(
+            *platform->connection_, platform->keyboard_, platform->runLoop_, platform->sessionLock_, platform->log_,
+            [application = &platform->application_](const RecorderPanelContent& content) {
+                return drawRecorderPanel(content, application->pixelsPerPoint());
+            });
+        if (!recorderPanelHost) return std::unexpected(StartFailure{recorderPanelHost.error()});
+        platform->recorderPanelHost_ = std::move(*recorderPanelHost);
         return platform;
     }
 
@@ -48,6 +58,7 @@ public:
     [[nodiscard]] Workspace& workspace() override { return *workspace_; }
     [[nodiscard]] Displays& displays() override { return *displays_; }
     [[nodiscard]] HotKeyService& hotKeyService() override { return hotKeyService_; }
+    [[nodiscard]] RecorderPanelHost& recorderPanelHost() override { return *recorderPanelHost_; }
     [[nodiscard]] NotificationCenter& workspaceNotificationCenter() override { return workspaceNotificationCenter_; }
     [[nodiscard]] NotificationCenter& defaultNotificationCenter() override { return defaultNotificationCenter_; }
     [[nodiscard]] UserNotificationCenter& userNotificationCenter() override { return userNotificationCenter_; }
@@ -119,6 +130,8 @@ private:
     TrustPrompt trustPrompt_{userNotificationCenter_, log_, VELMORAND_IDENTIFIER};
     X11Keyboard keyboard_;
     X11HotKeyService hotKeyService_;
+    BusSessionLock sessionLock_{QDBusConnection::sessionBus(), QDBusConnection::systemBus()};
+    std::unique_ptr<X11RecorderPanelHost> recorderPanelHost_;
     std::unique_ptr<WindowSystem> windowSystem_;
     std::unique_ptr<LinuxAccessibility> accessibility_;
     std::unique_ptr<X11Settings> x11Settings_;

@@ -97,6 +97,10 @@ void QtApplication::terminate() {
     QMetaObject::invokeMethod(application_.get(), [] { QGuiApplication::exit(0); }, Qt::QueuedConnection);
 }
 
+double QtApplication::pixelsPerPoint() const {
+    return application_->devicePixelRatio();
+}
+
 void QtApplication::reportLoss() {
     if (!std::exchange(lossReported_, true)) logger_.error("The connection to the X server is lost.");
 }

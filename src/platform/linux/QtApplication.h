@@ -30,6 +30,9 @@ public:
     /// Follows the signals that ask a process to end, from the running of the loop on.
     void endOnSignals(QtRunLoop& runLoop);
 
+    /// How many pixels a point has in what is drawn for the user, by the settings of the session.
+    [[nodiscard]] double pixelsPerPoint() const;
+
     /// Ends the application with status 1 because the X server is gone, which it logs once.
     void endAfterLoss();
 

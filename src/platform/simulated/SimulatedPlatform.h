@@ -9,6 +9,7 @@
 #include "platform/simulated/SimulatedDisplays.h"
 #include "platform/simulated/SimulatedHotKeyService.h"
 #include "platform/simulated/SimulatedLog.h"
+#include "platform/simulated/SimulatedRecorderPanelHost.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedUserDefaults.h"
 #include "platform/simulated/SimulatedUserNotificationCenter.h"
@@ -26,6 +27,7 @@ public:
     [[nodiscard]] SimulatedWorkspace& workspace() override { return workspace_; }
     [[nodiscard]] SimulatedDisplays& displays() override { return displays_; }
     [[nodiscard]] SimulatedHotKeyService& hotKeyService() override { return hotKeyService_; }
+    [[nodiscard]] SimulatedRecorderPanelHost& recorderPanelHost() override { return recorderPanelHost_; }
     [[nodiscard]] LocalNotificationCenter& workspaceNotificationCenter() override {
         return workspaceNotificationCenter_;
     }
@@ -57,6 +59,7 @@ private:
     SimulatedWorkspace workspace_{desktop_};
     SimulatedDisplays displays_{desktop_};
     SimulatedHotKeyService hotKeyService_;
+    SimulatedRecorderPanelHost recorderPanelHost_{runLoop_};
     LocalNotificationCenter workspaceNotificationCenter_;
     LocalNotificationCenter defaultNotificationCenter_;
     SimulatedUserNotificationCenter userNotificationCenter_{runLoop_};

@@ -56,6 +56,12 @@ public:
     [[nodiscard]] int screenNumber() const { return screenNumber_; }
     [[nodiscard]] const xcb_setup_t& setup() const { return *xcb_get_setup(connection_); }
 
+    /// Whether the window was made by this connection. Its events are asked for by who made it, once: asking again
+    /// would replace what was asked for.
+    [[nodiscard]] bool isOwn(xcb_window_t window) const {
+        return (window & ~setup().resource_id_mask) == setup().resource_id_base;
+    }
+
     /// The file to watch; it never blocks.
     [[nodiscard]] int file() const { return xcb_get_file_descriptor(connection_); }
     [[nodiscard]] bool isLost() const { return xcb_connection_has_error(connection_) != 0; }

@@ -143,6 +143,7 @@ std::optional<X11Panels::Panel> X11Panels::answer(const Candidate& candidate, co
 
 /// The events that the registry of windows asks for, which may hold the panel, too.
 void X11Panels::watch(xcb_window_t panel) {
+    if (connection_.isOwn(panel)) return;
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection_.raw(), panel, XCB_CW_EVENT_MASK, &events);
 }

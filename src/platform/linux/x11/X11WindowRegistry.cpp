@@ -16,7 +16,8 @@ WindowID X11WindowRegistry::identify(xcb_window_t window) {
     if (isNew) {
         record->second.serial = ++lastSerial_;
         const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(connection_.raw(), window, XCB_CW_EVENT_MASK, &events);
+        if (!connection_.isOwn(window))
+            xcb_change_window_attributes(connection_.raw(), window, XCB_CW_EVENT_MASK, &events);
     }
     return {window, record->second.serial};
 }

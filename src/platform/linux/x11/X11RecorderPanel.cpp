@@ -1,0 +1,262 @@
+#include "platform/linux/x11/X11RecorderPanel.h"
+
+#include "platform/linux/x11/X11PropertyReader.h"
+
+#include <chrono>
+#include <utility>
+
+namespace velmorand {
+namespace {
+
+/// Bounds what is asked between two events.
+constexpr std::chrono::milliseconds queryTimeout{300};
+
+Deadline queryDeadline() {
+    return std::chrono::steady_clock::now() + queryTimeout;
+}
+
+template <typename Event>
+const Event& as(const xcb_generic_event_t& event) {
+    return reinterpret_cast<const Event&>(event);
+}
+
+/// Whether the focus came to the window itself or left it. The pointer's part in it does not count.
+bool concernsWindowItself(const xcb_focus_in_event_t& change) {
+    switch (change.detail) {
+        case XCB_NOTIFY_DETAIL_ANCESTOR:
+        case XCB_NOTIFY_DETAIL_VIRTUAL:
+        case XCB_NOTIFY_DETAIL_NONLINEAR:
+        case XCB_NOTIFY_DETAIL_NONLINEAR_VIRTUAL: return true;
+        default: return false;
+    }
+}
+
+/// A grab makes the focus seem to come and go.
+bool isByGrab(const xcb_focus_in_event_t& change) {
+    return change.mode == XCB_NOTIFY_MODE_GRAB || change.mode == XCB_NOTIFY_MODE_UNGRAB;
+}
+
+}  // namespace
+
+X11RecorderPanel::X11RecorderPanel(X11RecorderServices& services, const Rect& area, const RecorderPanelContent& content,
+                                   RecorderPanelEvents events)
+    : services_(services),
+      connection_(services.connection),
+      events_(std::make_shared<RecorderPanelEvents>(std::move(events))),
+      window_(std::in_place, services.connection, services.atoms, area, content.title, services.painter(content)),
+      grab_(services.connection, services.runLoop, window_->id(),
+            [this](std::optional<int> status) {
+                services_.logger.error(
+                    "The recorder does not get the whole keyboard (status {}): keys that other programs have for "
+                    "themselves do not reach it.",
+                    status.value_or(-1));
+            }),
+      lock_(services.sessionLock.whenLocked([this] { resignKey(); })),
+      handler_(connection_.handle([this](const xcb_generic_event_t& event) { handle(event); })) {
+    const Deadline deadline = queryDeadline();
+    firstDesktop_ = decodeFirstItem(readPropertyNow(connection_, connection_.root(),
+                                                    services_.atoms[X11AtomName::netCurrentDesktop],
+                                                    x11_property_limit::numbers, deadline),
+                                    XCB_ATOM_CARDINAL);
+    static_cast<void>(translator());  // a key that comes soon finds it ready
+    services_.keyboard.followModifiers(true);
+}
+
+X11RecorderPanel::~X11RecorderPanel() {
+    grab_.release();
+    services_.keyboard.followModifiers(false);
+}
+
+void X11RecorderPanel::update(const RecorderPanelContent& content) {
+    if (!window_) return;
+    window_->setTitle(content.title);
+    window_->setPicture(services_.painter(content));
+}
+
+void X11RecorderPanel::handle(const xcb_generic_event_t& event) {
+    if (services_.keyboard.tellsOfChange(event)) translatorIsCurrent_ = false;
+    if (const auto held = services_.keyboard.heldModifiers(event)) handleModifiers(*held);
+    if (!window_) return;
+    if (eventType(event) == XCB_CLIENT_MESSAGE)
+        handleMessage(as<xcb_client_message_event_t>(event));
+    else if (!isSentEvent(event))  // nobody else presses keys here
+        handleOfWindow(event);
+}
+
+void X11RecorderPanel::handleOfWindow(const xcb_generic_event_t& event) {
+    const xcb_window_t window = window_->id();
+    switch (eventType(event)) {
+        case XCB_KEY_PRESS:
+            if (as<xcb_key_press_event_t>(event).event == window) handlePress(as<xcb_key_press_event_t>(event));
+            return;
+        case XCB_KEY_RELEASE:
+            if (as<xcb_key_release_event_t>(event).event == window)
+                keysDown_.reset(as<xcb_key_release_event_t>(event).detail);
+            return;
+        case XCB_KEYMAP_NOTIFY: takeKeysDown(as<xcb_keymap_notify_event_t>(event)); return;
+        case XCB_FOCUS_IN:
+        case XCB_FOCUS_OUT:
+            if (as<xcb_focus_in_event_t>(event).event == window)
+                handleFocus(as<xcb_focus_in_event_t>(event), eventType(event) == XCB_FOCUS_IN);
+            return;
+        case XCB_MAP_NOTIFY:
+            if (as<xcb_map_notify_event_t>(event).window == window)
+                window_->activate(services_.windowManager.isAlive(queryDeadline()), lastTime_);
+            return;
+        case XCB_UNMAP_NOTIFY:
+            if (as<xcb_unmap_notify_event_t>(event).window == window)
+                lookSoon(looksWhetherShown_, &X11RecorderPanel::lookWhetherShown);
+            return;
+        case XCB_DESTROY_NOTIFY:
+            if (as<xcb_destroy_notify_event_t>(event).window == window) endByUser();
+            return;
+        case XCB_PROPERTY_NOTIFY: handleProperty(as<xcb_property_notify_event_t>(event)); return;
+        default: return;
+    }
+}
+
+void X11RecorderPanel::handleFocus(const xcb_focus_in_event_t& change, bool isIn) {
+    if (isByGrab(change) || !concernsWindowItself(change)) return;
+    if (isIn)
+        becomeKey();
+    else if (isKey_)
+        lookSoon(looksAtFocus_, &X11RecorderPanel::lookAtFocus);
+}
+
+void X11RecorderPanel::handleMessage(const xcb_client_message_event_t& message) {
+    const X11Atoms& atoms = services_.atoms;
+    if (message.window != window_->id() || message.type != atoms[X11AtomName::wmProtocols] || message.format != 32)
+        return;
+    if (message.data.data32[0] == atoms[X11AtomName::netWMPing]) window_->answerPing(message);
+    if (message.data.data32[0] == atoms[X11AtomName::wmDeleteWindow]) endByUser();
+}
+
+void X11RecorderPanel::handleProperty(const xcb_property_notify_event_t& change) {
+    if (change.window == window_->id()) lastTime_ = change.time;
+    const bool concernsDesktop = change.atom == services_.atoms[X11AtomName::netActiveWindow] ||
+                                 change.atom == services_.atoms[X11AtomName::netCurrentDesktop];
+    if (change.window == connection_.root() && concernsDesktop)
+        lookSoon(looksAtDesktop_, &X11RecorderPanel::lookAtDesktop);
+}
+
+/// A key that is down already repeats itself, or was pressed for somebody else.
+void X11RecorderPanel::handlePress(const xcb_key_press_event_t& press) {
+    lastTime_ = press.time;
+    if (hasResigned_ || keysDown_.test(press.detail)) return;
+    keysDown_.set(press.detail);
+    const X11KeyTranslator* meaning = translator();
+    const auto key = meaning == nullptr ? std::nullopt : meaning->keyDown(press.detail, press.state);
+    if (!key) return;
+    tell([key = *key](const RecorderPanelEvents& events) {
+        if (events.keyDown) events.keyDown(key);
+    });
+}
+
+/// The server tells everybody of these, so the panel must have the keyboard.
+void X11RecorderPanel::handleModifiers(std::uint32_t mask) {
+    const X11KeyTranslator* meaning = translator();
+    if (!isKey_ || hasResigned_ || meaning == nullptr) return;
+    const std::uint64_t flags = meaning->modifierFlags(mask);
+    if (std::exchange(toldFlags_, flags) == flags) return;
+    tell([flags](const RecorderPanelEvents& events) {
+        if (events.modifiersChanged) events.modifiersChanged(flags);
+    });
+}
+
+/// Comes with the focus, for only from then on presses and releases are told.
+void X11RecorderPanel::takeKeysDown(const xcb_keymap_notify_event_t& keymap) {
+    constexpr std::size_t firstKeycode = 8;
+    for (std::size_t i = 0; i < std::size(keymap.keys) * 8; ++i)
+        keysDown_.set(i + firstKeycode, (keymap.keys[i / 8] >> (i % 8) & 1U) != 0);
+}
+
+/// Null while the server does not say what its keys mean.
+const X11KeyTranslator* X11RecorderPanel::translator() {
+    if (!translatorIsCurrent_) {
+        translatorIsCurrent_ = true;  // an event during the reading is handled later and sets it back
+        if (auto current = services_.keyboard.describe(queryDeadline()))
+            translator_ = std::move(*current);
+        else
+            translatorIsCurrent_ = false;
+    }
+    return translator_ ? &*translator_ : nullptr;
+}
+
+void X11RecorderPanel::becomeKey() {
+    if (hasResigned_ || std::exchange(isKey_, true)) return;
+    grab_.acquire();
+}
+
+void X11RecorderPanel::resignKey() {
+    grab_.release();
+    if (!window_ || std::exchange(hasResigned_, true)) return;
+    tell([](const RecorderPanelEvents& events) {
+        if (events.resignedKey) events.resignedKey();
+    });
+}
+
+void X11RecorderPanel::endByUser() {
+    grab_.release();
+    window_.reset();
+    hasResigned_ = true;
+    tell([](const RecorderPanelEvents& events) {
+        if (events.closed) events.closed();
+    });
+}
+
+/// Not while events are handled: more of them follow as a rule, and only then the desktop is what they make it.
+void X11RecorderPanel::lookSoon(bool& isPosted, void (X11RecorderPanel::*look)()) {
+    if (std::exchange(isPosted, true)) return;
+    services_.runLoop.post([this, &isPosted, look, alive = std::weak_ptr(events_)] {
+        if (alive.expired()) return;
+        isPosted = false;
+        if (window_ && !hasResigned_) (this->*look)();
+    });
+}
+
+/// That another window is active says something only once the panel was: until then it has yet to become so.
+void X11RecorderPanel::lookAtDesktop() {
+    const Deadline deadline = queryDeadline();
+    const auto number = [&](X11AtomName property, std::uint32_t type) {
+        return decodeFirstItem(readPropertyNow(connection_, connection_.root(), services_.atoms[property],
+                                               x11_property_limit::numbers, deadline),
+                               type);
+    };
+    const auto active = number(X11AtomName::netActiveWindow, XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
+    const auto desktop = number(X11AtomName::netCurrentDesktop, XCB_ATOM_CARDINAL);
+    const bool isOtherDesktop = firstDesktop_ && desktop && *desktop != *firstDesktop_;
+    const bool isOtherActive = wasActive_ && active != XCB_WINDOW_NONE && active != window_->id();
+    if (isOtherDesktop || isOtherActive) {
+        resignKey();
+    } else if (active == window_->id()) {
+        wasActive_ = true;
+        becomeKey();
+    }
+}
+
+/// Some window managers take the focus for a moment and give it back.
+void X11RecorderPanel::lookAtFocus() {
+    const auto focus =
+        connection_.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(connection_.raw()), queryDeadline());
+    if (!focus || (*focus)->focus != window_->id()) resignKey();
+}
+
+/// A window manager that starts or ends takes windows off the screen for a moment; one that was destroyed is gone.
+void X11RecorderPanel::lookWhetherShown() {
+    const auto attributes = connection_.reply<xcb_get_window_attributes_reply_t>(
+        xcb_get_window_attributes(connection_.raw(), window_->id()), queryDeadline());
+    if (attributes && (*attributes)->map_state != XCB_MAP_STATE_UNMAPPED) return;
+    const bool isGone = !attributes && attributes.error() == X11Failure::error;
+    if (isGone)
+        endByUser();
+    else
+        resignKey();
+}
+
+void X11RecorderPanel::tell(What what) {
+    services_.runLoop.post([what = std::move(what), events = std::weak_ptr(events_)] {
+        if (const auto alive = events.lock()) what(*alive);
+    });
+}
+
+}  // namespace velmorand
