@@ -92,6 +92,7 @@ public:
         layout.endLayout();
     }
 
+    [[nodiscard]] int lineCount() const { return static_cast<int>(lines_.size()); }
     [[nodiscard]] double height() const { return static_cast<double>(lines_.size()) * lineHeight_; }
 
     void draw(QPainter& painter, double top, const QColor& color) const {
@@ -167,9 +168,13 @@ void drawCaps(QPainter& painter, const RecorderPanelContent& content, const QRec
 
 std::vector<Paragraph> messageOf(const RecorderPanelContent& content) {
     std::vector<Paragraph> message;
-    for (std::size_t i = 0; i < content.message.size() && i < mostMessageLines; ++i) {
-        const QFont font = fontOf(messageSize, i == 0 && content.message.size() > 1 ? QFont::Medium : QFont::Normal);
-        message.emplace_back(shown(content.message[i]), font, messageLine, mostMessageLines);
+    int linesLeft = mostMessageLines;
+    for (const std::string& text : content.message) {
+        if (linesLeft == 0) break;
+        const bool isHeading = message.empty() && content.message.size() > 1;
+        message.emplace_back(shown(text), fontOf(messageSize, isHeading ? QFont::Medium : QFont::Normal), messageLine,
+                             linesLeft);
+        linesLeft -= message.back().lineCount();
     }
     return message;
 }
