@@ -286,6 +286,34 @@ void X11DesktopUnderContract::setLockKeys(bool on) {
     require(keyboard_.setCapsLock(on));
 }
 
+void X11DesktopUnderContract::waitForRecorderPanel() {
+    XConnection& connection = observer().connection();
+    const auto isTaken = [&] {
+        const auto grab = connection.reply<xcb_grab_keyboard_reply_t>(xcb_grab_keyboard(
+            connection.raw(), 0, connection.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        if (grab && grab->status != XCB_GRAB_STATUS_SUCCESS) return true;
+        xcb_ungrab_keyboard(connection.raw(), XCB_CURRENT_TIME);
+        connection.synchronise();
+        return false;
+    };
+    if (!runUntil(isTaken, patience)) throw std::runtime_error("the recorder panel does not get the keyboard");
+}
+
+void X11DesktopUnderContract::closeRecorderPanel() {
+    const auto ofThisProcess = [](const ClientWindow& window) {
+        return window.pid == static_cast<std::uint32_t>(getpid());
+    };
+    std::optional<xcb_window_t> panel;
+    observer().waitUntil([&] {
+        const auto clients = observer().clients();
+        const auto found = std::ranges::find_if(clients, ofThisProcess);
+        if (found != clients.end()) panel = found->id;
+        return panel.has_value();
+    });
+    if (!panel) throw std::runtime_error("no window of this process is listed");
+    observer().connection().sendToWindowManager(*panel, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, 2, 0, 0, 0});
+}
+
 bool X11DesktopUnderContract::runUntil(const std::function<bool()>& condition, Duration deadline) {
     const auto end = std::chrono::steady_clock::now() + deadline;
     QTimer wakeUp;  // the condition may come true without an event of ours

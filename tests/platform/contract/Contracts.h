@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/UserNotificationCenter.h"
+#include "platform/RecorderPanelHost.h"
 #include "platform/contract/DesktopUnderContract.h"
 
 #include <expected>
@@ -44,6 +45,21 @@ protected:
 class LogContract : public DesktopContract {};
 
 class NotificationCenterContract : public DesktopContract {};
+
+class RecorderPanelHostContract : public DesktopContract {
+protected:
+    [[nodiscard]] RecorderPanelHost& host() { return desktop->platform().recorderPanelHost(); }
+    /// Events that note what they are told.
+    [[nodiscard]] RecorderPanelEvents noting();
+    /// Shows a panel that notes its events and waits until it has the keyboard.
+    void showAsKey();
+    /// Waits until so many keys, closes and resignations were told, and sees that no more are.
+    void waitForTold(std::size_t count);
+
+    std::vector<std::string> told;
+    std::vector<RecorderKeyEvent> keys;
+    std::vector<std::uint64_t> held;
+};
 
 class RunLoopContract : public DesktopContract {};
 

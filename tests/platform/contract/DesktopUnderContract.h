@@ -69,8 +69,8 @@ struct ContractNotification {
 /// Every operation returns when it is done, as the desktop sees it. Frames are in the accessibility space. A test uses
 /// at most 1600 by 600 points, from (-800, 0) to (800, 600) when there is a second display.
 /// An operation whose ability the desktop lacks is never called. An operation may run the main loop, so that the
-/// platform learns what happened, but not those whose news a test waits for: ending an application, changing displays
-/// and the keyboard's.
+/// platform learns what happened, but not those whose news a test waits for: ending an application, changing displays,
+/// the keyboard's and closing the panel.
 class DesktopUnderContract {
 public:
     virtual ~DesktopUnderContract() = default;
@@ -138,6 +138,13 @@ public:
     virtual void takeCombination(std::uint32_t keyCode, std::uint32_t modifiers) = 0;
     /// Switches caps lock and the numeric lock.
     virtual void setLockKeys(bool on) = 0;
+
+    // The recorder panel
+
+    /// Runs the main loop until the panel that was shown has the keyboard.
+    virtual void waitForRecorderPanel() = 0;
+    /// Closes the panel as its user does.
+    virtual void closeRecorderPanel() = 0;
 
     // Time
 

@@ -17,6 +17,7 @@ INSTANTIATE_TEST_SUITE_P(Simulated, DisplaysContract, testing::Values(simulatedD
 INSTANTIATE_TEST_SUITE_P(Simulated, HotKeyServiceContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, LogContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, NotificationCenterContract, testing::Values(simulatedDesktop), nameOfDesktop);
+INSTANTIATE_TEST_SUITE_P(Simulated, RecorderPanelHostContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, RunLoopContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, UserDefaultsContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, UserNotificationCenterContract, testing::Values(simulatedDesktop), nameOfDesktop);

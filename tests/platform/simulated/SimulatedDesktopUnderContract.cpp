@@ -3,8 +3,12 @@
 #include "support/TestDisplays.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <iterator>
+#include <map>
+#include <ranges>
+#include <string>
 #include <utility>
 
 namespace velmorand {
@@ -18,6 +22,26 @@ SimulatedWindowID simulated(ContractWindow window) {
 
 ContractWindow underContract(SimulatedWindowID id) {
     return ContractWindow{std::to_underlying(id)};
+}
+
+/// The modifier keys go down one after the other, and up again after the key.
+void pressInPanel(SimulatedRecorderPanelHost& panel, std::uint32_t keyCode, std::uint32_t modifiers) {
+    struct ModifierKey {
+        std::uint32_t mask;
+        std::uint64_t flag;
+    };
+    constexpr std::array modifierKeys{ModifierKey{0x1000, 1U << 18U}, ModifierKey{0x0800, 1U << 19U},
+                                      ModifierKey{0x0200, 1U << 17U}, ModifierKey{0x0100, 1U << 20U}};
+    static const std::map<std::uint32_t, std::string> characters{{0, "a"}, {14, "e"}, {15, "r"}, {46, "m"}};
+    std::uint64_t flags = 0;
+    for (const ModifierKey& key : modifierKeys) {
+        if ((modifiers & key.mask) != 0) panel.changeModifiers(flags |= key.flag);
+    }
+    const auto written = characters.find(keyCode);
+    panel.press({keyCode, flags, written == characters.end() ? std::string() : written->second});
+    for (const ModifierKey& key : modifierKeys | std::views::reverse) {
+        if ((modifiers & key.mask) != 0) panel.changeModifiers(flags &= ~key.flag);
+    }
 }
 
 }  // namespace
@@ -79,6 +103,7 @@ void SimulatedDesktopUnderContract::focusWindow(ContractWindow window) {
     process.focusedWindow = simulated(window);
     process.mainWindow = simulated(window);
     platform_.desktop().frontmost = process.pid;
+    platform_.recorderPanelHost().resignKey();
 }
 
 void SimulatedDesktopUnderContract::minimiseWindow(ContractWindow window) {
@@ -152,6 +177,10 @@ void SimulatedDesktopUnderContract::setDisplays(const std::vector<Rect>& axFrame
 }
 
 void SimulatedDesktopUnderContract::press(std::uint32_t keyCode, std::uint32_t modifiers) {
+    if (platform_.recorderPanelHost().isKey()) {
+        pressInPanel(platform_.recorderPanelHost(), keyCode, modifiers);
+        return;
+    }
     platform_.runLoop().post([this, keyCode, modifiers] { platform_.hotKeyService().press(keyCode, modifiers); });
 }
 
@@ -164,6 +193,10 @@ void SimulatedDesktopUnderContract::takeCombination(std::uint32_t keyCode, std::
 }
 
 void SimulatedDesktopUnderContract::setLockKeys(bool) {}
+
+void SimulatedDesktopUnderContract::closeRecorderPanel() {
+    platform_.recorderPanelHost().closeByUser();
+}
 
 bool SimulatedDesktopUnderContract::runUntil(const std::function<bool()>& condition, Duration deadline) {
     const MonotonicTime end = platform_.runLoop().now() + deadline;

@@ -41,6 +41,9 @@ public:
     void takeCombination(std::uint32_t keyCode, std::uint32_t modifiers) override;
     void setLockKeys(bool on) override;
 
+    void waitForRecorderPanel() override {}
+    void closeRecorderPanel() override;
+
     [[nodiscard]] bool runUntil(const std::function<bool()>& condition, Duration deadline) override;
     void keepMainThreadBusy(Duration span) override;
 

@@ -43,7 +43,8 @@ X11RecorderPanel::X11RecorderPanel(X11RecorderServices& services, const Rect& ar
     : services_(services),
       connection_(services.connection),
       events_(std::make_shared<RecorderPanelEvents>(std::move(events))),
-      window_(std::in_place, services.connection, services.atoms, area, content.title, services.painter(content)),
+      window_(std::make_unique<X11RecorderWindow>(services.connection, services.atoms, area, content.title,
+                                                  services.painter(content))),
       grab_(services.connection, services.runLoop, window_->id(),
             [this](std::optional<int> status) {
                 services_.logger.error(

@@ -74,7 +74,7 @@ private:
     X11RecorderServices& services_;
     X11Connection& connection_;
     std::shared_ptr<RecorderPanelEvents> events_;  // what is on its way to them dies with the panel
-    std::optional<X11RecorderWindow> window_;      // absent when the user has closed it
+    std::unique_ptr<X11RecorderWindow> window_;    // null when the user has closed it
     X11KeyboardGrab grab_;
     std::optional<X11KeyTranslator> translator_;
     bool translatorIsCurrent_ = false;

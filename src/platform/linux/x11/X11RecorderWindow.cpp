@@ -31,7 +31,7 @@ constexpr std::uint32_t gravityHint = 1U << 9U;
 constexpr std::uint32_t fromPager = 2;
 
 /// The most bytes of one request that any server takes.
-constexpr std::size_t mostBytesAtOnce = 128U * 1024U;
+constexpr std::size_t mostBytesAtOnce = std::size_t{128} * 1024;
 
 /// At most so many bytes of the text, and no part of a character.
 std::string_view shortened(std::string_view text, std::size_t most) {
