@@ -61,7 +61,7 @@ TEST_P(X11RecorderManagedTest, CombinationsOfTheDesktopReachThePanelAlone) {
                 ElementsAre("key 118  option", "key 48  option", "key 123  control option", "key 49   option",
                             "key 2 d command", "key 124  control option command", "key 53 "));
     EXPECT_TRUE(observer().isViewable(window));
-    EXPECT_EQ(observer().activeWindow(), panelWindow());
+    EXPECT_TRUE(observer().waitUntil([this] { return observer().activeWindow() == panelWindow(); }));
 }
 
 TEST_P(X11RecorderManagedTest, ResignsWhenAnotherWindowBecomesActive) {

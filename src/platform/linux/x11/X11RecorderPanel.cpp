@@ -2,6 +2,8 @@
 
 #include "platform/linux/x11/X11PropertyReader.h"
 
+#include <fmt/format.h>
+
 #include <chrono>
 #include <utility>
 
@@ -48,9 +50,9 @@ X11RecorderPanel::X11RecorderPanel(X11RecorderServices& services, const Rect& ar
       grab_(services.connection, services.runLoop, window_->id(),
             [this](std::optional<int> status) {
                 services_.logger.error(
-                    "The recorder does not get the whole keyboard (status {}): keys that other programs have for "
-                    "themselves do not reach it.",
-                    status.value_or(-1));
+                    "The recorder does not get the whole keyboard ({}): keys that other programs have for themselves "
+                    "do not reach it.",
+                    status ? fmt::format("status {}", *status) : "no answer");
             }),
       lock_(services.sessionLock.whenLocked([this] { resignKey(); })),
       handler_(connection_.handle([this](const xcb_generic_event_t& event) { handle(event); })) {
