@@ -47,6 +47,12 @@ bool isSingleCharacter(std::string_view text) {
     return whole.length() > 0 && firstBoundary(whole) == whole.length();
 }
 
+bool containsIgnoringCase(std::string_view text, std::string_view part) {
+    const auto locale = icu::Locale::getDefault();
+    const auto folded = [&locale](std::string_view original) { return fromUtf8(original).toLower(locale); };
+    return !part.empty() && folded(text).indexOf(folded(part)) >= 0;
+}
+
 bool isValidUtf8(std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     std::int32_t length = 0;

@@ -20,6 +20,10 @@ namespace velmorand {
 /// Full lower-casing.
 [[nodiscard]] std::string lowerCased(std::string_view text);
 
+/// Whether the text holds `part`, in capital or small letters, as readers of the current locale compare them. No text holds
+/// an empty part.
+[[nodiscard]] bool containsIgnoringCase(std::string_view text, std::string_view part);
+
 /// Whether the bytes are valid UTF-8: no overlong forms, no surrogates, nothing cut off.
 [[nodiscard]] bool isValidUtf8(std::string_view text);
 

@@ -127,5 +127,16 @@ TEST(UnicodeText, BytesThatAreNoCharactersAreNotValidAndReplaced) {
     EXPECT_EQ(validUtf8("a\xFF\u00e4"), "a\uFFFDä");
 }
 
+TEST(UnicodeText, ContainsAPartInCapitalOrSmallLetters) {
+    EXPECT_TRUE(containsIgnoringCase("Shortcut Conflict, twice", "conflict"));
+    EXPECT_TRUE(containsIgnoringCase("CONFLICT", "conflict"));
+    EXPECT_TRUE(containsIgnoringCase("in conflict", "CONFLICT"));
+    EXPECT_TRUE(containsIgnoringCase("ÄRGER", "ärger"));
+    EXPECT_FALSE(containsIgnoringCase("conflic t", "conflict"));
+    EXPECT_FALSE(containsIgnoringCase("arger", "ärger"));
+    EXPECT_FALSE(containsIgnoringCase("", "conflict"));
+    EXPECT_FALSE(containsIgnoringCase("conflict", ""));
+}
+
 }  // namespace
 }  // namespace velmorand
