@@ -4,6 +4,7 @@
 #include "preferences/PreferencesStore.h"
 #include "shortcuts/CarbonHotKeyRegistrar.h"
 #include "shortcuts/ShortcutManager.h"
+#include "shortcuts/ShortcutRecorderPanel.h"
 #include "windows/AXWindowClient.h"
 #include "windows/PermissionsManager.h"
 #include "windows/ScreenGeometryProvider.h"
@@ -24,13 +25,24 @@ AppDelegate::AppDelegate(Platform& platform)
                               platform.log()});
     const auto registrar =
         std::make_shared<CarbonHotKeyRegistrar>(platform.hotKeyService(), platform.runLoop(), platform.log());
-    shortcutManager_ = std::make_shared<ShortcutManager>(preferencesStore_, windowManager_, registrar,
-                                                         platform.runLoop(), platform.log());
+    shortcutManager_ =
+        std::make_shared<ShortcutManager>(preferencesStore_, windowManager_, registrar,
+                                          ShortcutManagerPlatform{platform.userNotificationCenter(), platform.bundle(),
+                                                                  platform.runLoop(), platform.log()});
+    shortcutRecorderPanel_ = std::make_unique<ShortcutRecorderPanel>(platform.recorderPanelHost(), platform.runLoop());
     windowManager_->setOnFailure(
         [logger = Logger(platform.log(), "windows")](std::string_view message) { logger.error("{}", message); });
+    shortcutRecorderPanel_->setOnRecordingStateChange(
+        [weakManager = std::weak_ptr(shortcutManager_)](bool isRecording) {
+            if (const auto manager = weakManager.lock()) manager->setRecordingSuspended(isRecording);
+        });
 }
 
 AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::recordShortcut(WindowAction action) {
+    shortcutRecorderPanel_->open(action, preferencesStore_);
+}
 
 void AppDelegate::applicationDidFinishLaunching() {
     shortcutManager_->start();
@@ -38,6 +50,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationWillTerminate() {
     shortcutManager_->stop();
+    shortcutRecorderPanel_->cancel();
     preferencesStore_->savePending();
 }
 

@@ -3,6 +3,7 @@
 #include "platform/Application.h"
 #include "platform/Logger.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace velmorand {
@@ -12,7 +13,9 @@ class Platform;
 class PreferencesStore;
 class ScreenGeometryProvider;
 class ShortcutManager;
+class ShortcutRecorderPanel;
 class WindowManager;
+enum class WindowAction : std::uint8_t;
 
 /// Builds every service once, in a fixed order, and holds it for the life of the process. Nothing else creates
 /// services. Main thread only.
@@ -31,6 +34,11 @@ public:
     [[nodiscard]] PreferencesStore& preferencesStore() { return *preferencesStore_; }
     [[nodiscard]] WindowManager& windowManager() { return *windowManager_; }
     [[nodiscard]] ShortcutManager& shortcutManager() { return *shortcutManager_; }
+    /// The one recorder of the process; the hot keys rest while it records.
+    [[nodiscard]] ShortcutRecorderPanel& shortcutRecorderPanel() { return *shortcutRecorderPanel_; }
+
+    /// Begins to record a shortcut for `action`.
+    void recordShortcut(WindowAction action);
 
 private:
     std::shared_ptr<PreferencesStore> preferencesStore_;
@@ -38,6 +46,7 @@ private:
     std::shared_ptr<ScreenGeometryProvider> screenGeometryProvider_;
     std::shared_ptr<WindowManager> windowManager_;
     std::shared_ptr<ShortcutManager> shortcutManager_;
+    std::unique_ptr<ShortcutRecorderPanel> shortcutRecorderPanel_;
 };
 
 }  // namespace velmorand

@@ -31,13 +31,14 @@ public:
     [[nodiscard]] virtual Workspace& workspace() = 0;
     [[nodiscard]] virtual Displays& displays() = 0;
     [[nodiscard]] virtual HotKeyService& hotKeyService() = 0;
-    [[nodiscard]] virtual RecorderPanelHost& recorderPanelHost() = 0;
     /// Tells of other applications.
     [[nodiscard]] virtual NotificationCenter& workspaceNotificationCenter() = 0;
     /// Tells of the displays and of this application.
     [[nodiscard]] virtual NotificationCenter& defaultNotificationCenter() = 0;
     /// Shows notifications to the user.
     [[nodiscard]] virtual UserNotificationCenter& userNotificationCenter() = 0;
+    /// Shows the panel in which a key combination is recorded.
+    [[nodiscard]] virtual RecorderPanelHost& recorderPanelHost() = 0;
     [[nodiscard]] virtual RunLoop& runLoop() = 0;
     [[nodiscard]] virtual Application& application() = 0;
     [[nodiscard]] virtual const Bundle& bundle() const = 0;

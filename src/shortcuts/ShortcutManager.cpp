@@ -1,6 +1,9 @@
 #include "shortcuts/ShortcutManager.h"
 
+#include "base/UnicodeText.h"
+#include "platform/Bundle.h"
 #include "platform/RunLoop.h"
+#include "platform/UserNotificationCenter.h"
 #include "preferences/PreferencesStore.h"
 #include "shortcuts/GlobalHotKeyRegistrar.h"
 #include "windows/WindowManager.h"
@@ -17,6 +20,10 @@ namespace {
 
 constexpr std::string_view handlerIssueText = "Could not install the keyboard shortcut handler.";
 constexpr std::string_view registrationIssueText = "Saved, but another app is already using this shortcut.";
+constexpr std::string_view conflictTitle = "Velmorand: Shortcut Conflict";
+constexpr std::string_view issueTitle = "Velmorand: Shortcut Issue";
+/// Behind the application's identifier: a newer notification takes the place of the older one.
+constexpr std::string_view notificationName = ".shortcut.issue";
 
 /// Ids do not depend on which actions are registered, so an action keeps its id.
 std::uint32_t hotKeyID(WindowAction action) {
@@ -39,12 +46,15 @@ std::string registrationFailureText(WindowAction action, const KeyboardShortcut&
 
 ShortcutManager::ShortcutManager(std::shared_ptr<PreferencesStore> preferencesStore,
                                  std::shared_ptr<WindowManager> windowManager,
-                                 std::shared_ptr<GlobalHotKeyRegistrar> registrar, RunLoop& runLoop, Log& log)
+                                 std::shared_ptr<GlobalHotKeyRegistrar> registrar,
+                                 const ShortcutManagerPlatform& platform)
     : preferencesStore_(std::move(preferencesStore)),
       windowManager_(std::move(windowManager)),
       registrar_(std::move(registrar)),
-      runLoop_(runLoop),
-      logger_(log, "shortcuts") {}
+      userNotificationCenter_(platform.userNotificationCenter),
+      bundle_(platform.bundle),
+      runLoop_(platform.runLoop),
+      logger_(platform.log, "shortcuts") {}
 
 void ShortcutManager::start() {
     assert(runLoop_.isMainThread());
@@ -55,6 +65,7 @@ void ShortcutManager::start() {
     if (!installed) {
         eventHandlerIssue_ = handlerIssueText;
         logger_.error("hot key handler install failed: {}", installed.error().description());
+        notifyOfChangedIssues();
         return;
     }
     eventHandlerIssue_.reset();
@@ -89,6 +100,7 @@ void ShortcutManager::refreshRegistrations() {
     for (const WindowAction action : allWindowActions) {
         if (!conflicting.contains(action)) registerAction(action, hotKeyID(action));
     }
+    notifyOfChangedIssues();
 }
 
 /// Notes the text of every conflict, in ascending order; answers all actions that take part in one.
@@ -116,6 +128,57 @@ void ShortcutManager::registerAction(WindowAction action, std::uint32_t id) {
     if (registrationIssuesByAction_.value().contains(action))
         registrationIssuesByAction_.modify([action](auto& issues) { issues.erase(action); });
     logger_.debug("Registered shortcut {} id {}", rawValue(action), id);
+}
+
+std::vector<std::string> ShortcutManager::currentIssues() const {
+    std::vector<std::string> issues = shortcutIssues_;
+    if (eventHandlerIssue_) issues.insert(issues.begin(), *eventHandlerIssue_);
+    return issues;
+}
+
+/// The user hears of each list of problems once, and of the same one again only after there were none.
+void ShortcutManager::notifyOfChangedIssues() {
+    const std::vector<std::string> issues = currentIssues();
+    if (issues.empty()) {
+        lastNotifiedIssues_.reset();
+        return;
+    }
+    if (lastNotifiedIssues_ == issues) return;
+    lastNotifiedIssues_ = issues;
+    userNotificationCenter_.notificationSettings(
+        [weakSelf = weak_from_this(), issues](NotificationAuthorization authorization) {
+            if (const auto self = weakSelf.lock()) self->notifyIfAllowed(authorization, issues);
+        });
+}
+
+void ShortcutManager::notifyIfAllowed(NotificationAuthorization authorization, const std::vector<std::string>& issues) {
+    switch (authorization) {
+        case NotificationAuthorization::authorized:
+        case NotificationAuthorization::provisional: postNotification(issues); return;
+        case NotificationAuthorization::notDetermined:
+            userNotificationCenter_.requestAuthorization({.alert = true, .sound = true},
+                                                         [weakSelf = weak_from_this(), issues](bool granted) {
+                                                             const auto self = weakSelf.lock();
+                                                             if (self && granted) self->postNotification(issues);
+                                                         });
+            return;
+        case NotificationAuthorization::denied:
+        case NotificationAuthorization::other: return;
+    }
+}
+
+void ShortcutManager::postNotification(const std::vector<std::string>& issues) {
+    assert(runLoop_.isMainThread());
+    const bool areConflicts =
+        std::ranges::all_of(issues, [](const std::string& issue) { return containsIgnoringCase(issue, "conflict"); });
+    UserNotificationRequest request{.identifier = bundle_.identifier().value_or("") + std::string(notificationName),
+                                    .content = {.title = std::string(areConflicts ? conflictTitle : issueTitle),
+                                                .body = fmt::format("{}", fmt::join(issues, "\n")),
+                                                .playsDefaultSound = true}};
+    userNotificationCenter_.add(
+        std::move(request), [logger = logger_](const std::expected<void, UserNotificationError>& added) {
+            if (!added) logger.error("Failed to post shortcut issue notification: {}", added.error().description);
+        });
 }
 
 void ShortcutManager::setRecordingSuspended(bool suspended) {

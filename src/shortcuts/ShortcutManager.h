@@ -15,24 +15,35 @@
 
 namespace velmorand {
 
+class Bundle;
 class GlobalHotKeyRegistrar;
 class PreferencesStore;
 class RunLoop;
+class UserNotificationCenter;
 class WindowManager;
+enum class NotificationAuthorization : std::uint8_t;
+
+/// What the shortcut manager uses of the platform, which outlives it.
+struct ShortcutManagerPlatform {
+    UserNotificationCenter& userNotificationCenter;
+    const Bundle& bundle;
+    RunLoop& runLoop;
+    Log& log;
+};
 
 /// Turns the user's shortcut settings into live hot keys, and presses into window actions. Main thread only.
 /// It must be owned by a `std::shared_ptr`.
 class ShortcutManager : public std::enable_shared_from_this<ShortcutManager> {
 public:
     ShortcutManager(std::shared_ptr<PreferencesStore> preferencesStore, std::shared_ptr<WindowManager> windowManager,
-                    std::shared_ptr<GlobalHotKeyRegistrar> registrar, RunLoop& runLoop, Log& log);
+                    std::shared_ptr<GlobalHotKeyRegistrar> registrar, const ShortcutManagerPlatform& platform);
 
     ShortcutManager(const ShortcutManager&) = delete;
     ShortcutManager& operator=(const ShortcutManager&) = delete;
     ~ShortcutManager() = default;
 
     /// Installs the hot-key handler, registers every effective shortcut and follows the preferences from then on.
-    /// Without a handler nothing is registered and `eventHandlerIssue` says so.
+    /// Without a handler nothing is registered and `eventHandlerIssue` says so. The user is notified of problems.
     void start();
 
     /// Registers the current shortcuts afresh. Does nothing without a handler or while a shortcut is recorded.
@@ -62,6 +73,10 @@ private:
     void subscribeToPreferences();
     std::set<WindowAction> collectConflicts();
     void registerAction(WindowAction action, std::uint32_t id);
+    [[nodiscard]] std::vector<std::string> currentIssues() const;
+    void notifyOfChangedIssues();
+    void notifyIfAllowed(NotificationAuthorization authorization, const std::vector<std::string>& issues);
+    void postNotification(const std::vector<std::string>& issues);
 
     std::shared_ptr<PreferencesStore> preferencesStore_;
     std::shared_ptr<WindowManager> windowManager_;
@@ -72,7 +87,10 @@ private:
     std::vector<std::string> shortcutIssues_;
     bool isSuspendedForRecording_ = false;
     bool handlerInstalled_ = false;
+    std::optional<std::vector<std::string>> lastNotifiedIssues_;
     Published<std::map<WindowAction, std::string>> registrationIssuesByAction_;
+    UserNotificationCenter& userNotificationCenter_;
+    const Bundle& bundle_;
     RunLoop& runLoop_;
     Logger logger_;
 };

@@ -3,6 +3,7 @@
 #include "platform/simulated/SimulatedPlatform.h"
 #include "preferences/PreferencesStore.h"
 #include "shortcuts/ShortcutManager.h"
+#include "shortcuts/ShortcutRecorderPanel.h"
 #include "support/Expected.h"
 #include "support/Printing.h"
 #include "support/SimulatedPrinting.h"
@@ -75,6 +76,37 @@ TEST_F(AppDelegateTest, LaunchingRecordsThatTheHandlerCouldNotBeInstalled) {
 
     EXPECT_EQ(delegate->shortcutManager().eventHandlerIssue(), "Could not install the keyboard shortcut handler.");
     EXPECT_EQ(service().registrationCount(), 0U);
+}
+
+TEST_F(AppDelegateTest, TheHotKeysRestWhileAShortcutIsRecorded) {
+    delegate->applicationDidFinishLaunching();
+
+    delegate->recordShortcut(WindowAction::leftHalf);
+    EXPECT_EQ(service().registrationCount(), 0U);
+    EXPECT_EQ(platform.recorderPanelHost().content()->prompt, "Press the new shortcut for Left");
+
+    delegate->shortcutRecorderPanel().cancel();
+    EXPECT_EQ(service().registrationCount(), 19U);
+}
+
+TEST_F(AppDelegateTest, TerminatingDuringARecordingRegistersNothingAgain) {
+    delegate->applicationDidFinishLaunching();
+    delegate->recordShortcut(WindowAction::leftHalf);
+
+    delegate->applicationWillTerminate();
+    EXPECT_FALSE(platform.recorderPanelHost().isShown());
+    delegate.reset();
+
+    EXPECT_EQ(service().registrationCount(), 0U);
+}
+
+TEST_F(AppDelegateTest, ProblemsOfShortcutsAreToldTheUser) {
+    platform.userNotificationCenter().setAuthorization(NotificationAuthorization::authorized);
+    service().setTaken(123, 0x900, true);
+    delegate->applicationDidFinishLaunching();
+    platform.runLoop().runPending();
+
+    EXPECT_TRUE(platform.userNotificationCenter().shown().contains("app.velmorand.Velmorand.shortcut.issue"));
 }
 
 TEST_F(AppDelegateTest, TerminatingGivesTheHotKeysBack) {

@@ -23,8 +23,10 @@ DesktopFixture::DesktopFixture()
                                 platform.defaultNotificationCenter(), platform.bundle(), platform.runLoop(),
                                 platform.log()})),
       registrar(std::make_shared<CarbonHotKeyRegistrar>(platform.hotKeyService(), platform.runLoop(), platform.log())),
-      shortcutManager(std::make_shared<ShortcutManager>(preferencesStore, windowManager, registrar, platform.runLoop(),
-                                                        platform.log())) {
+      shortcutManager(std::make_shared<ShortcutManager>(preferencesStore, windowManager, registrar,
+                                                        ShortcutManagerPlatform{platform.userNotificationCenter(),
+                                                                                platform.bundle(), platform.runLoop(),
+                                                                                platform.log()})) {
     windowManager->setOnFailure([this](std::string_view message) { failures.emplace_back(message); });
     SimulatedProcess& process = desktop().addProcess(pid);
     process.bundleIdentifier = bundleIdentifier;

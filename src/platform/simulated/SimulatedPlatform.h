@@ -27,12 +27,12 @@ public:
     [[nodiscard]] SimulatedWorkspace& workspace() override { return workspace_; }
     [[nodiscard]] SimulatedDisplays& displays() override { return displays_; }
     [[nodiscard]] SimulatedHotKeyService& hotKeyService() override { return hotKeyService_; }
-    [[nodiscard]] SimulatedRecorderPanelHost& recorderPanelHost() override { return recorderPanelHost_; }
     [[nodiscard]] LocalNotificationCenter& workspaceNotificationCenter() override {
         return workspaceNotificationCenter_;
     }
     [[nodiscard]] LocalNotificationCenter& defaultNotificationCenter() override { return defaultNotificationCenter_; }
     [[nodiscard]] SimulatedUserNotificationCenter& userNotificationCenter() override { return userNotificationCenter_; }
+    [[nodiscard]] SimulatedRecorderPanelHost& recorderPanelHost() override { return recorderPanelHost_; }
     [[nodiscard]] SimulatedRunLoop& runLoop() override { return runLoop_; }
     [[nodiscard]] SimulatedApplication& application() override { return application_; }
     [[nodiscard]] const SimulatedBundle& bundle() const override { return bundle_; }
@@ -59,10 +59,10 @@ private:
     SimulatedWorkspace workspace_{desktop_};
     SimulatedDisplays displays_{desktop_};
     SimulatedHotKeyService hotKeyService_;
-    SimulatedRecorderPanelHost recorderPanelHost_{runLoop_};
     LocalNotificationCenter workspaceNotificationCenter_;
     LocalNotificationCenter defaultNotificationCenter_;
     SimulatedUserNotificationCenter userNotificationCenter_{runLoop_};
+    SimulatedRecorderPanelHost recorderPanelHost_{runLoop_};
     SimulatedApplication application_{runLoop_};
 };
 

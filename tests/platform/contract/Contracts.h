@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/UserNotificationCenter.h"
 #include "platform/RecorderPanelHost.h"
+#include "platform/UserNotificationCenter.h"
 #include "platform/contract/DesktopUnderContract.h"
 
 #include <expected>
