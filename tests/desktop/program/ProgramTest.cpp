@@ -7,7 +7,7 @@ std::filesystem::path programUnderTest() {
 }
 
 void ProgramTest::SetUp() {
-    auto opened = DemoDesktop::open(programUnderTest(), demoActions().size(), GetParam(), storedSettings());
+    auto opened = DemoDesktop::open(program(), demoActions().size(), GetParam(), storedSettings());
     ASSERT_TRUE(opened) << opened.error();
     desktop_ = std::move(*opened);
 }

@@ -22,6 +22,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
+    /// The program to be started.
+    [[nodiscard]] virtual std::filesystem::path program() const { return programUnderTest(); }
+
     /// The document that the program finds when it starts; empty for none.
     [[nodiscard]] virtual std::string_view storedSettings() const { return {}; }
 
