@@ -45,8 +45,8 @@ struct RecorderPanelEvents {
 };
 
 /// Shows the one panel in which a key combination is recorded (`NSPanel` and a local event monitor). While it is the key
-/// window every key goes to it, also those that other programs or the desktop would take. Main thread only; events are
-/// told in turns of the main loop, never inside a call.
+/// window every key goes to it, also those that other programs or the desktop would take, unless the system refuses
+/// that. Main thread only; events are told in turns of the main loop, never inside a call.
 class RecorderPanelHost {
 public:
     virtual ~RecorderPanelHost() = default;

@@ -9,7 +9,8 @@ namespace velmorand {
 
 BusSessionLock::BusSessionLock(const QDBusConnection& sessionBus, const QDBusConnection& systemBus) {
     follow(systemBus, "org.freedesktop.login1.Session", "Lock", SLOT(sessionLocked()));
-    for (const char* interface : {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSaver"})
+    for (const char* interface : {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSaver", "org.cinnamon.ScreenSaver",
+                                  "org.mate.ScreenSaver", "org.xfce.ScreenSaver"})
         follow(sessionBus, interface, "ActiveChanged", SLOT(screenSaverChanged(QDBusMessage)));
 }
 

@@ -57,7 +57,11 @@ DesktopNotifications::DesktopNotifications(const QDBusConnection& bus, RunLoop& 
       presence_(bus, runLoop, patience.start),
       watcher_(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
     if (!bus_.isConnected()) return;
-    connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] { server_.reset(); });
+    connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString& /*service*/, const QString& /*before*/, const QString& now) {
+                newestOwner_ = now;
+                server_.reset();
+            });
     // From whomever: naming the service here would make the call wait for the bus.
     bus_.connect({}, path, interface, QStringLiteral("NotificationClosed"), this,
                  SLOT(notificationClosed(QDBusMessage)));
@@ -110,6 +114,11 @@ void DesktopNotifications::askForCapabilities(std::chrono::milliseconds patience
 void DesktopNotifications::takeCapabilities(const QDBusMessage& reply) {
     if (!isAnswer(reply, "as")) {
         fail(reply);
+        return;
+    }
+    const bool hasLostTheName = !newestOwner_.isEmpty() && reply.service() != newestOwner_;
+    if (hasLostTheName) {
+        findServer();
         return;
     }
     const bool readsMarkup = reply.arguments().first().toStringList().contains(QLatin1StringView("body-markup"));

@@ -85,7 +85,8 @@ private:
     NotificationServerPresence presence_;
     QDBusServiceWatcher watcher_;
     std::optional<Server> server_;
-    std::deque<Pending> queue_;                                               // the first one is with the server
+    QString newestOwner_;        // of the service's name, once it has changed hands
+    std::deque<Pending> queue_;  // the first one is with the server
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);  // for tasks that outlive this object
 };
 

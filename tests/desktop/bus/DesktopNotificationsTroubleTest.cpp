@@ -136,6 +136,7 @@ TEST_F(DesktopNotificationsTroubleTest, AnAnswerThatComesTooLateDoesNoHarm) {
     ASSERT_TRUE(waitForOutcomes(2));
 
     EXPECT_THAT(outcomes(), ElementsAre("first: The notification server does not answer.", "first: shown"));
+    EXPECT_EQ(server().received().back().replaces, 0U);
 }
 
 TEST_F(DesktopNotificationsTroubleTest, WithoutAServerEachRequestFailsAtOnce) {
@@ -191,6 +192,27 @@ TEST_F(DesktopNotificationsTroubleTest, AServerThatTakesTheNameFromARunningOneIs
     ASSERT_THAT(successor.received(), SizeIs(1));
     EXPECT_EQ(successor.received()[0].replaces, 0U);
     EXPECT_THAT(server().received(), SizeIs(1));
+}
+
+TEST_F(DesktopNotificationsTroubleTest, WhatAServerSaysAfterItHasLostTheNameCountsNoMore) {
+    startServer();
+    std::optional<QDBusMessage> late;
+    server().setAnswerToCapabilities([&](const QDBusMessage& call) {
+        late = call.createReply(QStringList{QStringLiteral("body")});
+        return std::nullopt;
+    });
+    startCenter();
+    add("first", "one");
+    ASSERT_TRUE(runUntil([&] { return late.has_value(); }));
+
+    FakeNotificationServer successor(connectToBus());
+    waitForTheBus();
+    server().bus().send(*late);
+    ASSERT_TRUE(waitForOutcomes(1));
+
+    EXPECT_THAT(outcomes(), ElementsAre("first: shown"));
+    EXPECT_THAT(successor.received(), SizeIs(1));
+    EXPECT_THAT(server().received(), IsEmpty());
 }
 
 TEST_F(DesktopNotificationsTroubleTest, WhenItEndsAfterItsCapabilitiesTheNextServerShowsTheRequest) {

@@ -245,6 +245,19 @@ TEST_F(X11RecorderPanelTest, WithoutTheWholeKeyboardTheKeysOfItsWindowAreToldAnd
     EXPECT_TRUE(keyboardIsFree());
 }
 
+TEST_F(X11RecorderPanelTest, APanelThatDoesNotBecomeActiveSaysSoOnceAndTakesNoKeyboard) {
+    start(WindowManagerKind::openbox);
+    desktop().windowManager()->freeze();
+    show();
+
+    EXPECT_TRUE(runUntil([this] { return !log().lines().empty(); }));
+    EXPECT_TRUE(keyboardIsFree());
+    desktop().windowManager()->thaw();
+    EXPECT_TRUE(runUntil([this] { return !keyboardIsFree(); })) << "it is active late";
+    EXPECT_THAT(toldKeys({{Key::leftAlt, Key::f4}}), ElementsAre("key 118  option"));
+    EXPECT_THAT(log().lines(), SizeIs(1));
+}
+
 TEST_F(X11RecorderPanelTest, AnotherProgramsGrabIsNoReasonToResign) {
     start(WindowManagerKind::openbox);
     takeKeyboard();

@@ -64,6 +64,10 @@ bool X11KeyMap::isModifierKey(std::uint8_t keycode, std::uint32_t group) const {
            plain == XKB_KEY_Num_Lock || plain == XKB_KEY_Scroll_Lock;
 }
 
+bool X11KeyMap::isEscape(std::uint8_t keycode, std::uint32_t group) const {
+    return keysym(keycode, group, 0) == XKB_KEY_Escape;
+}
+
 std::string X11KeyMap::characters(std::uint8_t keycode, std::uint32_t group) const {
     std::uint32_t written = keysym(keycode, group, 0);
     if (isWithin(written, XKB_KEY_KP_Home, XKB_KEY_KP_Delete)) written = keysym(keycode, group, 1);

@@ -31,6 +31,9 @@ struct X11KeyMap {
     /// Whether the key holds or locks a modifier or switches between layouts, and so is no key of a combination.
     [[nodiscard]] bool isModifierKey(std::uint8_t keycode, std::uint32_t group) const;
 
+    /// Whether the key is Escape in this layout, wherever it is.
+    [[nodiscard]] bool isEscape(std::uint8_t keycode, std::uint32_t group) const;
+
     /// What the key writes without any modifier, as UTF-8; a key of the keypad writes as if the numeric lock were on.
     /// Empty for one that writes nothing by itself, such as a dead key, or a control character.
     [[nodiscard]] std::string characters(std::uint8_t keycode, std::uint32_t group) const;

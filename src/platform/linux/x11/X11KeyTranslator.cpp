@@ -13,6 +13,9 @@ constexpr std::uint64_t controlFlag = 1U << 18U;
 constexpr std::uint64_t optionFlag = 1U << 19U;
 constexpr std::uint64_t commandFlag = 1U << 20U;
 
+/// Combinations are of places, but alone the key that the user knows as Escape is Escape wherever the layout has it.
+constexpr std::uint32_t escapeKeyCode = 53;
+
 constexpr std::uint32_t groupOf(std::uint32_t state) {
     return (state >> 13U) & 3U;
 }
@@ -23,8 +26,10 @@ std::optional<RecorderKeyEvent> X11KeyTranslator::keyDown(std::uint8_t keycode, 
     const auto keyCode = virtualKeyCodeFor(keycode);
     const std::uint32_t group = groupOf(state);
     if (!keyCode || keys.isModifierKey(keycode, group)) return std::nullopt;
-    return RecorderKeyEvent{.keyCode = *keyCode,
-                            .modifierFlags = modifierFlags(state),
+    const std::uint64_t flags = modifierFlags(state);
+    const bool cancels = keys.isEscape(keycode, group) && (flags & ~shiftFlag) == 0;
+    return RecorderKeyEvent{.keyCode = cancels ? escapeKeyCode : *keyCode,
+                            .modifierFlags = flags,
                             .charactersIgnoringModifiers = keys.characters(keycode, group)};
 }
 

@@ -4,6 +4,7 @@
 #include "platform/RunLoop.h"
 #include "platform/linux/x11/X11Connection.h"
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 

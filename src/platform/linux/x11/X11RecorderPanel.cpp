@@ -13,6 +13,9 @@ namespace {
 /// Bounds what is asked between two events.
 constexpr std::chrono::milliseconds queryTimeout{300};
 
+/// How long the panel may take to become the key window.
+constexpr std::chrono::milliseconds becomesKeyWithin{500};
+
 Deadline queryDeadline() {
     return std::chrono::steady_clock::now() + queryTimeout;
 }
@@ -54,6 +57,7 @@ X11RecorderPanel::X11RecorderPanel(X11RecorderServices& services, const Rect& ar
                     "do not reach it.",
                     status ? fmt::format("status {}", *status) : "no answer");
             }),
+      patience_(services.runLoop.after(becomesKeyWithin, [this] { sayThatItIsNotKey(); })),
       lock_(services.sessionLock.whenLocked([this] { resignKey(); })),
       handler_(connection_.handle([this](const xcb_generic_event_t& event) { handle(event); })) {
     const Deadline deadline = queryDeadline();
@@ -62,7 +66,6 @@ X11RecorderPanel::X11RecorderPanel(X11RecorderServices& services, const Rect& ar
                                                     x11_property_limit::numbers, deadline),
                                     XCB_ATOM_CARDINAL);
     static_cast<void>(translator());  // a key that comes soon finds it ready
-    services_.keyboard.followModifiers(true);
 }
 
 X11RecorderPanel::~X11RecorderPanel() {
@@ -121,7 +124,7 @@ void X11RecorderPanel::handleOfWindow(const xcb_generic_event_t& event) {
 void X11RecorderPanel::handleFocus(const xcb_focus_in_event_t& change, bool isIn) {
     if (isByGrab(change) || !concernsWindowItself(change)) return;
     if (isIn)
-        becomeKey();
+        lookSoon(becomesKey_, &X11RecorderPanel::becomeKey);
     else if (isKey_)
         lookSoon(looksAtFocus_, &X11RecorderPanel::lookAtFocus);
 }
@@ -177,17 +180,29 @@ void X11RecorderPanel::takeKeysDown(const xcb_keymap_notify_event_t& keymap) {
 const X11KeyTranslator* X11RecorderPanel::translator() {
     if (!translatorIsCurrent_) {
         translatorIsCurrent_ = true;  // an event during the reading is handled later and sets it back
-        if (auto current = services_.keyboard.describe(queryDeadline()))
+        if (auto current = services_.keyboard.describe(queryDeadline())) {
             translator_ = std::move(*current);
-        else
+            services_.keyboard.followModifiers(true);
+        } else {
             translatorIsCurrent_ = false;
+        }
     }
     return translator_ ? &*translator_ : nullptr;
 }
 
+/// In a turn of its own, when whatever was given up for the recording is free. A keyboard that cannot be read is left to
+/// the others: the panel would swallow every key.
 void X11RecorderPanel::becomeKey() {
     if (hasResigned_ || std::exchange(isKey_, true)) return;
-    grab_.acquire();
+    if (translator() != nullptr)
+        grab_.acquire();
+    else
+        services_.logger.error("The recorder cannot read the keyboard: the X server does not say what its keys mean.");
+}
+
+void X11RecorderPanel::sayThatItIsNotKey() {
+    if (isKey_ || hasResigned_) return;
+    services_.logger.error("The recorder does not get the whole keyboard: its window has not become the active one.");
 }
 
 void X11RecorderPanel::resignKey() {

@@ -63,6 +63,7 @@ private:
     [[nodiscard]] const X11KeyTranslator* translator();
 
     void becomeKey();
+    void sayThatItIsNotKey();
     void resignKey();
     void endByUser();
     void lookSoon(bool& isPosted, void (X11RecorderPanel::*look)());
@@ -85,9 +86,11 @@ private:
     bool isKey_ = false;
     bool wasActive_ = false;  // the window manager has said so
     bool hasResigned_ = false;
+    bool becomesKey_ = false;
     bool looksAtDesktop_ = false;
     bool looksAtFocus_ = false;
     bool looksWhetherShown_ = false;
+    RunLoop::Timer patience_;
     Subscription lock_;
     Subscription handler_;
 };

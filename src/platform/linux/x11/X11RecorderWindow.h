@@ -12,7 +12,8 @@
 namespace velmorand {
 
 /// The window of a recorder panel: a dialog of fixed size above the others that shows a picture. The server itself
-/// draws the picture again wherever it was covered. The window goes with the object. Nothing here waits.
+/// draws the picture again wherever it was covered. The window goes with the object. Nothing here waits
+/// for an answer.
 class X11RecorderWindow {
 public:
     /// Makes the window, centred in `area` (root coordinates), and asks for it to be shown. Both references must outlive

@@ -106,6 +106,16 @@ TEST(X11KeyTranslatorTest, AKeyIsToldByItsPlaceWhateverItWrites) {
     }
 }
 
+TEST(X11KeyTranslatorTest, TheKeyThatIsEscapeInTheLayoutIsToldAsEscapeUnlessItMakesACombination) {
+    constexpr std::uint8_t placeOfCapsLock = 66;
+    const X11KeyTranslator translator = keyboardOf(keyWith({XKB_KEY_Escape}));
+
+    EXPECT_EQ(translator.keyDown(placeOfCapsLock, 0)->keyCode, 53U);
+    EXPECT_EQ(translator.keyDown(placeOfCapsLock, 1 | 2)->keyCode, 53U);
+    EXPECT_EQ(translator.keyDown(placeOfCapsLock, 4)->keyCode, 57U)
+        << "with Control it is a key of a combination, told by its place";
+}
+
 TEST(X11KeyTranslatorTest, AKeyWithoutAVirtualKeyCodeIsNotTold) {
     EXPECT_EQ(keyboardOf(keyWith({XKB_KEY_q})).keyDown(172, 0), std::nullopt);
 }
