@@ -173,7 +173,7 @@ void X11RecorderPanel::handleModifiers(std::uint32_t mask) {
 void X11RecorderPanel::takeKeysDown(const xcb_keymap_notify_event_t& keymap) {
     constexpr std::size_t firstKeycode = 8;
     for (std::size_t i = 0; i < std::size(keymap.keys) * 8; ++i)
-        keysDown_.set(i + firstKeycode, (keymap.keys[i / 8] >> (i % 8) & 1U) != 0);
+        keysDown_.set(i + firstKeycode, (std::uint32_t{keymap.keys[i / 8]} >> (i % 8) & 1U) != 0);
 }
 
 /// Null while the server does not say what its keys mean.
