@@ -15,6 +15,7 @@ class Log;
 class NotificationCenter;
 class RecorderPanelHost;
 class RunLoop;
+class StatusBar;
 class UserDefaults;
 class UserNotificationCenter;
 class Workspace;
@@ -39,6 +40,7 @@ public:
     [[nodiscard]] virtual UserNotificationCenter& userNotificationCenter() = 0;
     /// Shows the panel in which a key combination is recorded.
     [[nodiscard]] virtual RecorderPanelHost& recorderPanelHost() = 0;
+    [[nodiscard]] virtual StatusBar& statusBar() = 0;
     [[nodiscard]] virtual RunLoop& runLoop() = 0;
     [[nodiscard]] virtual Application& application() = 0;
     [[nodiscard]] virtual const Bundle& bundle() const = 0;

@@ -10,6 +10,7 @@
 #include "platform/linux/LinuxBundle.h"
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxLog.h"
+#include "platform/linux/LinuxStatusBar.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/PortalSettings.h"
 #include "platform/linux/QtApplication.h"
@@ -62,6 +63,7 @@ public:
     [[nodiscard]] NotificationCenter& workspaceNotificationCenter() override { return workspaceNotificationCenter_; }
     [[nodiscard]] NotificationCenter& defaultNotificationCenter() override { return defaultNotificationCenter_; }
     [[nodiscard]] UserNotificationCenter& userNotificationCenter() override { return userNotificationCenter_; }
+    [[nodiscard]] StatusBar& statusBar() override { return statusBar_; }
     [[nodiscard]] RunLoop& runLoop() override { return runLoop_; }
     [[nodiscard]] Application& application() override { return application_; }
     [[nodiscard]] const Bundle& bundle() const override { return bundle_; }
@@ -127,6 +129,7 @@ private:
     QtApplication application_;
     QtRunLoop runLoop_;
     DesktopNotifications userNotificationCenter_{QDBusConnection::sessionBus(), runLoop_, VELMORAND_IDENTIFIER};
+    LinuxStatusBar statusBar_;
     TrustPrompt trustPrompt_{userNotificationCenter_, log_, VELMORAND_IDENTIFIER};
     X11Keyboard keyboard_;
     X11HotKeyService hotKeyService_;

@@ -11,6 +11,7 @@
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedRecorderPanelHost.h"
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/simulated/SimulatedStatusBar.h"
 #include "platform/simulated/SimulatedUserDefaults.h"
 #include "platform/simulated/SimulatedUserNotificationCenter.h"
 #include "platform/simulated/SimulatedWorkspace.h"
@@ -33,6 +34,7 @@ public:
     [[nodiscard]] LocalNotificationCenter& defaultNotificationCenter() override { return defaultNotificationCenter_; }
     [[nodiscard]] SimulatedUserNotificationCenter& userNotificationCenter() override { return userNotificationCenter_; }
     [[nodiscard]] SimulatedRecorderPanelHost& recorderPanelHost() override { return recorderPanelHost_; }
+    [[nodiscard]] SimulatedStatusBar& statusBar() override { return statusBar_; }
     [[nodiscard]] SimulatedRunLoop& runLoop() override { return runLoop_; }
     [[nodiscard]] SimulatedApplication& application() override { return application_; }
     [[nodiscard]] const SimulatedBundle& bundle() const override { return bundle_; }
@@ -63,6 +65,7 @@ private:
     LocalNotificationCenter defaultNotificationCenter_;
     SimulatedUserNotificationCenter userNotificationCenter_{runLoop_};
     SimulatedRecorderPanelHost recorderPanelHost_{runLoop_};
+    SimulatedStatusBar statusBar_;
     SimulatedApplication application_{runLoop_};
 };
 
