@@ -57,7 +57,8 @@ struct MenuItem {
 struct StatusMenuEvents {
     /// The menu is about to open: this is the moment to set its items.
     std::function<void()> needsUpdate;
-    /// The menu was closed.
+    /// The menu was closed. Where the system does not tell of a menu that was closed without a choice, this comes when
+    /// it opens for the next time.
     std::function<void()> didClose;
     /// The user chose an item, which was enabled when the menu was made.
     std::function<void(const MenuItem&)> chosen;

@@ -129,7 +129,7 @@ private:
     QtApplication application_;
     QtRunLoop runLoop_;
     DesktopNotifications userNotificationCenter_{QDBusConnection::sessionBus(), runLoop_, VELMORAND_IDENTIFIER};
-    LinuxStatusBar statusBar_;
+    LinuxStatusBar statusBar_{QDBusConnection::sessionBus(), runLoop_};
     TrustPrompt trustPrompt_{userNotificationCenter_, log_, VELMORAND_IDENTIFIER};
     X11Keyboard keyboard_;
     X11HotKeyService hotKeyService_;

@@ -1,27 +1,19 @@
 #include "platform/linux/LinuxStatusBar.h"
 
+#include "platform/linux/StatusIcons.h"
+#include "platform/linux/StatusNotifierItem.h"
+
 namespace velmorand {
-namespace {
-
-class HiddenStatusItem final : public StatusItem {
-public:
-    [[nodiscard]] bool hasButton() const override { return false; }
-    void setImage(const StatusImage& /*image*/) override {}
-    void setTitle(std::string_view /*title*/) override {}
-    void setToolTip(std::string_view /*toolTip*/) override {}
-    void attachMenu(StatusMenuEvents /*events*/) override {}
-    void setMenuItems(std::vector<MenuItem> /*items*/) override {}
-};
-
-}  // namespace
 
 std::unique_ptr<StatusItem> LinuxStatusBar::makeStatusItem() {
-    return std::make_unique<HiddenStatusItem>();
+    return std::make_unique<StatusNotifierItem>(bus_, runLoop_, QStringLiteral("Velmorand"), statusIconFolder());
 }
 
-std::optional<StatusImage> LinuxStatusBar::image(StatusImageKind /*kind*/, std::string_view /*name*/,
-                                                 std::string_view /*description*/) const {
-    return std::nullopt;
+std::optional<StatusImage> LinuxStatusBar::image(StatusImageKind kind, std::string_view name,
+                                                 std::string_view description) const {
+    if (!statusIconName(kind, name)) return std::nullopt;
+    return StatusImage{
+        .kind = kind, .name = std::string(name), .description = std::string(description), .isTemplate = false};
 }
 
 }  // namespace velmorand

@@ -2,14 +2,25 @@
 
 #include "platform/StatusBar.h"
 
+#include <QDBusConnection>
+
 namespace velmorand {
 
-/// The status bar of Linux desktops. Its items are not shown yet.
+class RunLoop;
+
+/// The status bar of Linux desktops: any panel that shows items from the bus. One item at a time is shown.
 class LinuxStatusBar final : public StatusBar {
 public:
+    /// `bus` is the session bus, which need not be connected. The run loop must outlive the bar and its items.
+    LinuxStatusBar(const QDBusConnection& bus, RunLoop& runLoop) : bus_(bus), runLoop_(runLoop) {}
+
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override;
     [[nodiscard]] std::optional<StatusImage> image(StatusImageKind kind, std::string_view name,
                                                    std::string_view description) const override;
+
+private:
+    QDBusConnection bus_;
+    RunLoop& runLoop_;
 };
 
 }  // namespace velmorand
