@@ -6,6 +6,7 @@
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -50,7 +51,7 @@ bool BusMenu::call(const QDBusMessage& message) {
     struct Method {
         QLatin1StringView name;
         QLatin1StringView signature;
-        void (BusMenu::*answer)(const QDBusMessage&);
+        void (BusMenu::*answer)(const QDBusMessage&) = nullptr;
     };
     static constexpr std::array methods{
         Method{QLatin1StringView("GetLayout"), QLatin1StringView("iias"), &BusMenu::getLayout},
@@ -61,12 +62,13 @@ bool BusMenu::call(const QDBusMessage& message) {
         Method{QLatin1StringView("AboutToShow"), QLatin1StringView("i"), &BusMenu::aboutToShow},
         Method{QLatin1StringView("AboutToShowGroup"), QLatin1StringView("ai"), &BusMenu::aboutToShowGroup},
     };
-    for (const Method& method : methods) {
-        if (message.member() != method.name || message.signature() != method.signature) continue;
-        (this->*method.answer)(message);
-        return true;
-    }
-    return false;
+    const auto isAsked = [&](const Method& method) {
+        return message.member() == method.name && message.signature() == method.signature;
+    };
+    const auto* const method = std::ranges::find_if(methods, isAsked);
+    if (method == methods.end()) return false;
+    (this->*method->answer)(message);
+    return true;
 }
 
 /// Who has never asked for the lines of a menu may take one without lines for no menu.
@@ -74,7 +76,10 @@ void BusMenu::getLayout(const QDBusMessage& message) {
     const QVariantList arguments = message.arguments();
     const int id = arguments[0].toInt();
     if (revision_ == 1 && id == StatusMenuLayout::menuId && !open()) return;
-    if (!layout_.contains(id)) return refuse(message, noSuchLine);
+    if (!layout_.contains(id)) {
+        refuse(message, noSuchLine);
+        return;
+    }
     const BusMenuNode node = layout_.node(id, arguments[1].toInt(), arguments[2].toStringList());
     answer(message, {revision_, QVariant::fromValue(node)});
 }
@@ -88,15 +93,24 @@ void BusMenu::getGroupProperties(const QDBusMessage& message) {
 void BusMenu::getProperty(const QDBusMessage& message) {
     const QVariantList arguments = message.arguments();
     const int id = arguments[0].toInt();
-    if (!layout_.contains(id)) return refuse(message, noSuchLine);
+    if (!layout_.contains(id)) {
+        refuse(message, noSuchLine);
+        return;
+    }
     const QVariant value = layout_.property(id, arguments[1].toString());
-    if (!value.isValid()) return refuse(message, QStringLiteral("The line has no such property."));
+    if (!value.isValid()) {
+        refuse(message, QStringLiteral("The line has no such property."));
+        return;
+    }
     answer(message, {QVariant::fromValue(QDBusVariant(value))});
 }
 
 void BusMenu::event(const QDBusMessage& message) {
     const int id = message.arguments()[0].toInt();
-    if (!layout_.contains(id)) return refuse(message, noSuchLine);
+    if (!layout_.contains(id)) {
+        refuse(message, noSuchLine);
+        return;
+    }
     answer(message);
     handleEvent(id, message.arguments()[1].toString());
 }
@@ -120,15 +134,24 @@ void BusMenu::eventGroup(const QDBusMessage& message) {
             unknown.append(id);
     }
     events.endArray();
-    if (known.empty() && !unknown.isEmpty()) return refuse(message, noSuchLine);
+    if (known.empty() && !unknown.isEmpty()) {
+        refuse(message, noSuchLine);
+        return;
+    }
     answer(message, {QVariant::fromValue(unknown)});
     for (const auto& [id, name] : known) handleEvent(id, name);
 }
 
 void BusMenu::aboutToShow(const QDBusMessage& message) {
     const int id = message.arguments()[0].toInt();
-    if (!layout_.contains(id)) return refuse(message, noSuchLine);
-    if (id != StatusMenuLayout::menuId) return answer(message, {false});
+    if (!layout_.contains(id)) {
+        refuse(message, noSuchLine);
+        return;
+    }
+    if (id != StatusMenuLayout::menuId) {
+        answer(message, {false});
+        return;
+    }
     if (!open()) return;
     isAnnounced_ = true;
     answer(message, {true});
@@ -147,7 +170,10 @@ void BusMenu::aboutToShowGroup(const QDBusMessage& message) {
         changed.append(StatusMenuLayout::menuId);
         tell(layoutUpdated, {revision_, StatusMenuLayout::menuId});
     }
-    if (!ids.isEmpty() && unknown.size() == ids.size()) return refuse(message, noSuchLine);
+    if (!ids.isEmpty() && unknown.size() == ids.size()) {
+        refuse(message, noSuchLine);
+        return;
+    }
     answer(message, {QVariant::fromValue(changed), QVariant::fromValue(unknown)});
 }
 

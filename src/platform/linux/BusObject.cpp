@@ -5,6 +5,7 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <utility>
 
 namespace velmorand {
 namespace {
@@ -34,8 +35,11 @@ bool hasSignature(const QDBusMessage& message, const char* signature) {
 
 }  // namespace
 
-BusObject::BusObject(const QDBusConnection& bus, RunLoop& runLoop, const BusName& name)
-    : bus_(bus), runLoop_(runLoop), name_(name), isRegistered_(bus_.registerVirtualObject(name_.path, this)) {}
+BusObject::BusObject(QDBusConnection bus, RunLoop& runLoop, const BusName& name)
+    : bus_(std::move(bus)),
+      runLoop_(runLoop),
+      name_(name),
+      isRegistered_(bus_.registerVirtualObject(name_.path, this)) {}
 
 BusObject::~BusObject() {
     if (isRegistered_) bus_.unregisterObject(name_.path);
@@ -51,8 +55,10 @@ bool BusObject::handleMessage(const QDBusMessage& message, const QDBusConnection
     static constexpr QLatin1StringView everybodys("org.freedesktop.DBus.");
     if (message.interface().startsWith(everybodys) && message.interface() != propertiesInterface) return false;
     runLoop_.post([this, alive = alive(), message, bus = bus_] {
-        if (!alive.expired()) return handle(message);
-        bus.send(message.createErrorReply(QDBusError::UnknownObject, QStringLiteral("The object has gone.")));
+        if (!alive.expired())
+            handle(message);
+        else
+            bus.send(message.createErrorReply(QDBusError::UnknownObject, QStringLiteral("The object has gone.")));
     });
     return true;
 }

@@ -35,7 +35,7 @@ public:
 
 protected:
     /// The bus need not be connected; the run loop must outlive the object.
-    BusObject(const QDBusConnection& bus, RunLoop& runLoop, const BusName& name);
+    BusObject(QDBusConnection bus, RunLoop& runLoop, const BusName& name);
 
     /// What the properties of the interface are now.
     [[nodiscard]] virtual QVariantMap properties() const = 0;

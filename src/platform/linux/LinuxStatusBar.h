@@ -3,6 +3,7 @@
 #include "platform/StatusBar.h"
 
 #include <QDBusConnection>
+#include <utility>
 
 namespace velmorand {
 
@@ -12,7 +13,7 @@ class RunLoop;
 class LinuxStatusBar final : public StatusBar {
 public:
     /// `bus` is the session bus, which need not be connected. The run loop must outlive the bar and its items.
-    LinuxStatusBar(const QDBusConnection& bus, RunLoop& runLoop) : bus_(bus), runLoop_(runLoop) {}
+    LinuxStatusBar(QDBusConnection bus, RunLoop& runLoop) : bus_(std::move(bus)), runLoop_(runLoop) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override;
     [[nodiscard]] std::optional<StatusImage> image(StatusImageKind kind, std::string_view name,

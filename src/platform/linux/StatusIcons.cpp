@@ -31,7 +31,7 @@ BusPixmap pixmapOf(const QImage& picture) {
     BusPixmap pixmap{.width = picture.width(), .height = picture.height()};
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
-            const quint32 pixel = qToBigEndian<quint32>(picture.pixel(x, y));
+            const auto pixel = qToBigEndian<quint32>(picture.pixel(x, y));
             pixmap.pixels.append(reinterpret_cast<const char*>(&pixel), sizeof pixel);
         }
     }
@@ -51,7 +51,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, BusPixmap& pixmap
     argument.beginStructure();
     argument >> pixmap.width >> pixmap.height >> pixmap.pixels;
     argument.endStructure();
-    return argument;
+    return argument;  // NOLINT(bugprone-return-const-ref-from-parameter): as all of these
 }
 
 std::optional<QLatin1StringView> statusIconName(StatusImageKind kind, std::string_view name) {

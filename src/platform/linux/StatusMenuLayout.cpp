@@ -49,7 +49,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuProperties
     argument.beginStructure();
     argument >> line.id >> line.properties;
     argument.endStructure();
-    return argument;
+    return argument;  // NOLINT(bugprone-return-const-ref-from-parameter): as all of these
 }
 
 QDBusArgument& operator<<(QDBusArgument& argument, const BusMenuNode& node) {
@@ -63,7 +63,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuNode& node
     argument.beginStructure();
     argument >> node.id >> node.properties >> node.children;
     argument.endStructure();
-    return argument;
+    return argument;  // NOLINT(bugprone-return-const-ref-from-parameter): as all of these
 }
 
 StatusMenuLayout::StatusMenuLayout() {

@@ -36,7 +36,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, BusToolTip& toolT
     argument.beginStructure();
     argument >> toolTip.iconName >> toolTip.pixmaps >> toolTip.title >> toolTip.text;
     argument.endStructure();
-    return argument;
+    return argument;  // NOLINT(bugprone-return-const-ref-from-parameter): as all of these
 }
 
 StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, RunLoop& runLoop, QString applicationTitle,

@@ -37,14 +37,15 @@ bool SimulatedStatusItem::openMenu() {
 
 void SimulatedStatusItem::closeMenu() {
     if (!std::exchange(isMenuOpen_, false)) return;
-    if (const auto didClose = events_->didClose) didClose();
+    const auto didClose = events_ ? events_->didClose : nullptr;
+    if (didClose) didClose();
 }
 
 bool SimulatedStatusItem::choose(std::size_t index) {
     if (!isMenuOpen_ || index >= menuItems_.size()) return false;
     const MenuItem item = menuItems_[index];
     if (item.kind != MenuItemKind::item || !item.isEnabled) return false;
-    const auto chosen = events_->chosen;
+    const auto chosen = events_ ? events_->chosen : nullptr;
     const std::weak_ptr<const bool> alive = alive_;
     closeMenu();
     if (chosen && !alive.expired()) chosen(item);
