@@ -45,7 +45,9 @@ desktop | i3-wm | window manager: one that tiles, and does not tell how large it
 desktop | awesome | window manager: one without the combined move-and-resize request
 desktop | kwin-x11 | window manager: one with a compositor that draws by OpenGL
 desktop | kwin-style-breeze | its decorations
-desktop | xfce4-panel | a panel that reserves an edge of the screen
+desktop | xfce4-panel | a panel that reserves an edge of the screen and shows status items
+desktop | librsvg2-common | its icons
+desktop | lxqt-panel | a panel of another toolkit that shows status items
 desktop | xterm | test window that resizes in steps
 desktop | python3-gi | test windows of a toolkit
 desktop | gir1.2-gtk-3.0 | test windows of a toolkit
