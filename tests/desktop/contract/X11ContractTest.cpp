@@ -18,6 +18,7 @@ INSTANTIATE_TEST_SUITE_P(X11, LogContract, testing::Values(x11Desktop), nameOfDe
 INSTANTIATE_TEST_SUITE_P(X11, NotificationCenterContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, RecorderPanelHostContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, RunLoopContract, testing::Values(x11Desktop), nameOfDesktop);
+INSTANTIATE_TEST_SUITE_P(X11, StatusBarContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, UserDefaultsContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, UserNotificationCenterContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, WorkspaceContract, testing::Values(x11Desktop), nameOfDesktop);

@@ -35,6 +35,7 @@ int contentHeight(double height, const Extents& decorations) {
 }
 
 const QString notificationConnection = QStringLiteral("notification server");
+const QString panelConnection = QStringLiteral("panel");
 
 constexpr std::uint32_t commandMask = 0x0100;
 constexpr std::uint32_t shiftMask = 0x0200;
@@ -102,6 +103,8 @@ X11DesktopUnderContract::X11DesktopUnderContract(std::unique_ptr<TestDesktop> de
 X11DesktopUnderContract::~X11DesktopUnderContract() {
     platform_.reset();
     notificationServer_.reset();
+    panel_.reset();
+    QDBusConnection::disconnectFromBus(panelConnection);
     QDBusConnection::disconnectFromBus(notificationConnection);
     clients_.clear();
     dup2(standardError_, STDERR_FILENO);
@@ -122,6 +125,7 @@ std::optional<std::string> X11DesktopUnderContract::reasonAgainst(Ability abilit
         case Ability::disconnectAllDisplays: return "an X server always shows a display";
         case Ability::denyNotifications: return "a notification server may still come for a long time";
         case Ability::showNotifications:
+        case Ability::showStatusItems:
             if (QDBusConnection::sessionBus().isConnected()) return std::nullopt;
             return "the toolkit keeps the session bus of the first desktop of its process";
         case Ability::revokeTrust:
@@ -253,6 +257,34 @@ std::vector<ContractNotification> X11DesktopUnderContract::shownNotifications() 
         shown.push_back({notification.summary.toStdString(), body.toStdString()});
     }
     return shown;
+}
+
+void X11DesktopUnderContract::showStatusBar() {
+    panel_ = std::make_unique<FakePanel>(QDBusConnection::connectToBus(QDBusConnection::SessionBus, panelConnection),
+                                         [this](const auto& condition) { return runUntil(condition, patience); });
+}
+
+void X11DesktopUnderContract::openStatusMenu() {
+    if (panel_->waitForItem().isEmpty()) throw std::runtime_error("no status item makes itself known");
+    openMenu_ = panel_->open();
+}
+
+/// Panels read it again when they are told that it has changed.
+std::vector<ContractMenuLine> X11DesktopUnderContract::statusMenu() {
+    openMenu_ = panel_->layout();
+    std::vector<ContractMenuLine> lines;
+    for (const ReceivedLine& line : openMenu_.lines) {
+        const bool isSeparator = line.properties.value(QStringLiteral("type")) == QStringLiteral("separator");
+        const bool isEnabled = line.properties.value(QStringLiteral("enabled"), true).toBool();
+        QString title = line.properties.value(QStringLiteral("label")).toString();
+        title.replace(QStringLiteral("__"), QStringLiteral("_"));
+        lines.push_back({title.toStdString(), isEnabled && !isSeparator});
+    }
+    return lines;
+}
+
+void X11DesktopUnderContract::chooseFromStatusMenu(std::size_t place) {
+    panel_->event(openMenu_.lines.at(place).id, QStringLiteral("clicked"));
 }
 
 void X11DesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {

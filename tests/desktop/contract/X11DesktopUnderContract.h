@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/bus/FakeNotificationServer.h"
+#include "desktop/bus/FakePanel.h"
 #include "desktop/harness/Pager.h"
 #include "desktop/harness/SettingsManager.h"
 #include "desktop/harness/TestDesktop.h"
@@ -47,6 +48,12 @@ public:
     /// How many notifications have arrived, also those that took another one's place.
     [[nodiscard]] std::size_t receivedNotifications() const { return notificationServer_->received().size(); }
 
+    void showStatusBar() override;
+    void openStatusMenu() override;
+    void closeStatusMenu() override { panel_->close(); }
+    [[nodiscard]] std::vector<ContractMenuLine> statusMenu() override;
+    void chooseFromStatusMenu(std::size_t place) override;
+
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
     void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
@@ -92,6 +99,8 @@ private:
     char* arguments_[2] = {programName_.data(), nullptr};
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<FakeNotificationServer> notificationServer_;
+    std::unique_ptr<FakePanel> panel_;
+    ReceivedMenu openMenu_;
 };
 
 }  // namespace velmorand::desktop

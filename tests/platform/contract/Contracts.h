@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/RecorderPanelHost.h"
+#include "platform/StatusBar.h"
 #include "platform/UserNotificationCenter.h"
 #include "platform/contract/DesktopUnderContract.h"
 
 #include <expected>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -62,6 +64,21 @@ protected:
 };
 
 class RunLoopContract : public DesktopContract {};
+
+/// Each of these tests has a status item with a menu that has `lines` at each opening and notes what is told.
+class StatusBarContract : public DesktopContract {
+protected:
+    void SetUp() override;
+
+    [[nodiscard]] StatusBar& bar() { return desktop->platform().statusBar(); }
+    /// Waits until exactly this was told.
+    [[nodiscard]] bool waitForTold(const std::vector<std::string>& expected);
+
+    std::vector<MenuItem> lines;
+    std::vector<std::string> told;
+    std::vector<MenuItem> choices;
+    std::unique_ptr<StatusItem> item;
+};
 
 class UserDefaultsContract : public DesktopContract {
 protected:

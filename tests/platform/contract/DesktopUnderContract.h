@@ -39,6 +39,7 @@ enum class Ability : std::uint8_t {
     reduceMotion,
     showNotifications,
     denyNotifications,
+    showStatusItems,
 };
 
 /// One window of a desktop under contract, for the life of the desktop.
@@ -61,6 +62,14 @@ struct ContractNotification {
     std::string body;
 
     bool operator==(const ContractNotification&) const = default;
+};
+
+/// A line of a menu as the user sees it; a separator has no title.
+struct ContractMenuLine {
+    std::string title;
+    bool isEnabled = false;
+
+    bool operator==(const ContractMenuLine&) const = default;
 };
 
 /// A platform with a real or simulated desktop behind it. The contract tests act on the desktop through this
@@ -122,6 +131,19 @@ public:
     virtual void denyNotifications() = 0;
     /// The notifications that the user sees now, in no order.
     [[nodiscard]] virtual std::vector<ContractNotification> shownNotifications() = 0;
+
+    // The status bar
+
+    /// From now on there is a bar in which the status item of the platform is shown.
+    virtual void showStatusBar() = 0;
+    /// Opens the menu of the status item that was made last, and waits until it is seen.
+    virtual void openStatusMenu() = 0;
+    /// Closes it without a choice.
+    virtual void closeStatusMenu() = 0;
+    /// What is seen of the open menu now.
+    [[nodiscard]] virtual std::vector<ContractMenuLine> statusMenu() = 0;
+    /// Chooses the line at this place of the open menu, which closes it if the line can be chosen.
+    virtual void chooseFromStatusMenu(std::size_t place) = 0;
 
     // Displays
 

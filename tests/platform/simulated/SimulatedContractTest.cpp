@@ -19,6 +19,7 @@ INSTANTIATE_TEST_SUITE_P(Simulated, LogContract, testing::Values(simulatedDeskto
 INSTANTIATE_TEST_SUITE_P(Simulated, NotificationCenterContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, RecorderPanelHostContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, RunLoopContract, testing::Values(simulatedDesktop), nameOfDesktop);
+INSTANTIATE_TEST_SUITE_P(Simulated, StatusBarContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, UserDefaultsContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, UserNotificationCenterContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, WorkspaceContract, testing::Values(simulatedDesktop), nameOfDesktop);

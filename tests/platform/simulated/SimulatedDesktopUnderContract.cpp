@@ -69,6 +69,7 @@ std::optional<std::string> SimulatedDesktopUnderContract::reasonAgainst(Ability 
         case Ability::readLog:
         case Ability::reduceMotion:
         case Ability::showNotifications:
+        case Ability::showStatusItems:
         case Ability::denyNotifications: return std::nullopt;
     }
     std::unreachable();
@@ -162,6 +163,13 @@ std::vector<ContractNotification> SimulatedDesktopUnderContract::shownNotificati
     for (const auto& [identifier, content] : platform_.userNotificationCenter().shown())
         shown.push_back({content.title, content.body});
     return shown;
+}
+
+std::vector<ContractMenuLine> SimulatedDesktopUnderContract::statusMenu() {
+    std::vector<ContractMenuLine> lines;
+    for (const MenuItem& item : platform_.statusBar().items().back()->menuItems())
+        lines.push_back({item.title, item.kind == MenuItemKind::item && item.isEnabled});
+    return lines;
 }
 
 void SimulatedDesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {

@@ -34,6 +34,12 @@ public:
     void denyNotifications() override;
     [[nodiscard]] std::vector<ContractNotification> shownNotifications() override;
 
+    void showStatusBar() override {}
+    void openStatusMenu() override { platform_.statusBar().items().back()->openMenu(); }
+    void closeStatusMenu() override { platform_.statusBar().items().back()->closeMenu(); }
+    [[nodiscard]] std::vector<ContractMenuLine> statusMenu() override;
+    void chooseFromStatusMenu(std::size_t place) override { platform_.statusBar().items().back()->choose(place); }
+
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
     void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
