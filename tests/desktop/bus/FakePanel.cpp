@@ -73,6 +73,12 @@ QDBusMessage FakePanel::askMenu(const QString& member, const QVariantList& argum
     return ask(menuPath, menuInterface, member, arguments);
 }
 
+QString FakePanel::describe(const QString& path) {
+    const QDBusMessage reply =
+        ask(path, QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"), {});
+    return reply.arguments().value(0).toString();
+}
+
 QVariantMap FakePanel::itemProperties() {
     const QVariantList reply = ask(itemPath, properties, QStringLiteral("GetAll"), {itemInterface}).arguments();
     return reply.empty() ? QVariantMap() : qdbus_cast<QVariantMap>(reply[0]);

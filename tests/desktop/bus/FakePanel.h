@@ -65,6 +65,8 @@ public:
     /// Asks the last item or its menu, and waits; the reply or an error.
     [[nodiscard]] QDBusMessage askItem(const QString& member, const QVariantList& arguments = {});
     [[nodiscard]] QDBusMessage askMenu(const QString& member, const QVariantList& arguments = {});
+    /// What the bus shows of the object to those who look around on it; XML.
+    [[nodiscard]] QString describe(const QString& path);
     [[nodiscard]] QVariantMap itemProperties();
     [[nodiscard]] QVariantMap menuProperties();
 

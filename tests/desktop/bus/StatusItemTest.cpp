@@ -6,6 +6,7 @@
 #include <QDBusArgument>
 #include <QDBusConnectionInterface>
 #include <QDBusObjectPath>
+#include <utility>
 
 namespace velmorand::desktop {
 namespace {
@@ -132,6 +133,16 @@ TEST_F(StatusItemTest, CallsOfPanelsWithoutMenusDoNothing) {
               QDBusMessage::ReplyMessage);
     EXPECT_EQ(panel().askItem(QStringLiteral("Nonsense")).type(), QDBusMessage::ErrorMessage);
     EXPECT_THAT(told(), IsEmpty());
+}
+
+TEST_F(StatusItemTest, DescribesItselfToWhoeverLooksAtTheBus) {
+    show({});
+    for (const auto& [path, interface] : {std::pair{"/StatusNotifierItem", "org.kde.StatusNotifierItem"},
+                                          std::pair{"/MenuBar", "com.canonical.dbusmenu"}}) {
+        const std::string description = panel().describe(QString::fromLatin1(path)).toStdString();
+        EXPECT_THAT(description, testing::HasSubstr(std::string("<interface name=\"") + interface + "\">"));
+        EXPECT_THAT(description, testing::HasSubstr("<interface name=\"org.freedesktop.DBus.Properties\">"));
+    }
 }
 
 TEST_F(StatusItemTest, WithoutABusNothingHappensAndNothingIsWritten) {
