@@ -1,7 +1,9 @@
 #include "app/AppDelegate.h"
 
+#include "app/MenuBarController.h"
 #include "platform/Platform.h"
 #include "preferences/PreferencesStore.h"
+#include "settings/SettingsWindowController.h"
 #include "shortcuts/CarbonHotKeyRegistrar.h"
 #include "shortcuts/ShortcutManager.h"
 #include "shortcuts/ShortcutRecorderPanel.h"
@@ -29,9 +31,36 @@ AppDelegate::AppDelegate(Platform& platform)
         std::make_shared<ShortcutManager>(preferencesStore_, windowManager_, registrar,
                                           ShortcutManagerPlatform{platform.userNotificationCenter(), platform.bundle(),
                                                                   platform.runLoop(), platform.log()});
+    settingsWindowController_ = std::make_shared<SettingsWindowController>(preferencesStore_, permissionsManager_,
+                                                                           shortcutManager_, platform.log());
+    makeMenuBar(platform);
     shortcutRecorderPanel_ = std::make_unique<ShortcutRecorderPanel>(platform.recorderPanelHost(), platform.runLoop());
-    windowManager_->setOnFailure(
-        [logger = Logger(platform.log(), "windows")](std::string_view message) { logger.error("{}", message); });
+    wire(platform);
+}
+
+void AppDelegate::makeMenuBar(Platform& platform) {
+    menuBarController_ = std::make_shared<MenuBarController>(
+        MenuBarServices{.permissionsManager = permissionsManager_,
+                        .preferencesStore = preferencesStore_,
+                        .screenGeometryProvider = screenGeometryProvider_,
+                        .windowManager = windowManager_,
+                        .shortcutManager = shortcutManager_,
+                        .settingsWindowController = settingsWindowController_},
+        MenuBarPlatform{platform.statusBar(), platform.workspace(), platform.application(), platform.bundle(),
+                        platform.runLoop(), platform.log()});
+}
+
+/// The callbacks that point back hold what they call weakly.
+void AppDelegate::wire(Platform& platform) {
+    const auto showIssue = [weakMenu = std::weak_ptr(menuBarController_)](std::string_view message) {
+        if (const auto menu = weakMenu.lock()) menu->showIssue(message);
+    };
+    // Where no status bar is, the log is all that tells of a failure.
+    windowManager_->setOnFailure([showIssue, logger = Logger(platform.log(), "windows")](std::string_view message) {
+        logger.error("{}", message);
+        showIssue(message);
+    });
+    settingsWindowController_->setOnFailure(showIssue);
     shortcutRecorderPanel_->setOnRecordingStateChange(
         [weakManager = std::weak_ptr(shortcutManager_)](bool isRecording) {
             if (const auto manager = weakManager.lock()) manager->setRecordingSuspended(isRecording);
@@ -46,6 +75,7 @@ void AppDelegate::recordShortcut(WindowAction action) {
 
 void AppDelegate::applicationDidFinishLaunching() {
     shortcutManager_->start();
+    menuBarController_->install();
 }
 
 void AppDelegate::applicationWillTerminate() {

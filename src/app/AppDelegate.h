@@ -8,10 +8,12 @@
 
 namespace velmorand {
 
+class MenuBarController;
 class PermissionsManager;
 class Platform;
 class PreferencesStore;
 class ScreenGeometryProvider;
+class SettingsWindowController;
 class ShortcutManager;
 class ShortcutRecorderPanel;
 class WindowManager;
@@ -25,15 +27,17 @@ public:
     explicit AppDelegate(Platform& platform);
     ~AppDelegate() override;
 
-    /// Starts the hot keys. Asks for nothing and shows nothing.
+    /// Starts the hot keys, then shows the status item. Asks for nothing.
     void applicationDidFinishLaunching() override;
 
     /// Gives the hot keys back and stores what waits to be stored.
     void applicationWillTerminate() override;
 
     [[nodiscard]] PreferencesStore& preferencesStore() { return *preferencesStore_; }
-    [[nodiscard]] WindowManager& windowManager() { return *windowManager_; }
+    [[nodiscard]] const std::shared_ptr<WindowManager>& windowManager() const { return windowManager_; }
     [[nodiscard]] ShortcutManager& shortcutManager() { return *shortcutManager_; }
+    [[nodiscard]] MenuBarController& menuBarController() { return *menuBarController_; }
+
     /// The one recorder of the process; the hot keys rest while it records.
     [[nodiscard]] ShortcutRecorderPanel& shortcutRecorderPanel() { return *shortcutRecorderPanel_; }
 
@@ -41,11 +45,16 @@ public:
     void recordShortcut(WindowAction action);
 
 private:
+    void makeMenuBar(Platform& platform);
+    void wire(Platform& platform);
+
     std::shared_ptr<PreferencesStore> preferencesStore_;
     std::shared_ptr<PermissionsManager> permissionsManager_;
     std::shared_ptr<ScreenGeometryProvider> screenGeometryProvider_;
     std::shared_ptr<WindowManager> windowManager_;
     std::shared_ptr<ShortcutManager> shortcutManager_;
+    std::shared_ptr<SettingsWindowController> settingsWindowController_;
+    std::shared_ptr<MenuBarController> menuBarController_;
     std::unique_ptr<ShortcutRecorderPanel> shortcutRecorderPanel_;
 };
 

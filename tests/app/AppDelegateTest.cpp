@@ -56,10 +56,50 @@ TEST_F(AppDelegateTest, StartsWithTheDefaultPreferences) {
     EXPECT_EQ(delegate->preferencesStore().current(), defaultPreferencesState());
     EXPECT_EQ(delegate->shortcutManager().eventHandlerIssue(), std::nullopt);
     EXPECT_THAT(delegate->shortcutManager().shortcutIssues(), IsEmpty());
-    EXPECT_FALSE(delegate->windowManager().hasRestoreEntry(pid));
+    EXPECT_FALSE(delegate->windowManager()->hasRestoreEntry(pid));
 }
 
-TEST_F(AppDelegateTest, LaunchingStartsTheShortcutManagerAndNothingElse) {
+TEST_F(AppDelegateTest, LaunchingRegistersTheShortcutsAndThenShowsTheStatusItem) {
+    std::vector<std::size_t> registered;
+    platform.statusBar().setOnMake([&] { registered.push_back(service().registrationCount()); });
+    EXPECT_THAT(platform.statusBar().items(), IsEmpty());
+
+    delegate->applicationDidFinishLaunching();
+
+    EXPECT_THAT(registered, ElementsAre(19));
+    EXPECT_THAT(platform.statusBar().items(), SizeIs(1));
+}
+
+TEST_F(AppDelegateTest, AFailureOfTheWindowManagerIsShownByTheStatusItem) {
+    delegate->applicationDidFinishLaunching();
+    EXPECT_FALSE(delegate->windowManager()->perform(WindowAction::nextDisplay));
+    EXPECT_EQ(platform.statusBar().items().front()->toolTip(), "Only one display is connected.");
+}
+
+TEST_F(AppDelegateTest, AFailureOfTheWindowManagerAfterTheEndOfTheDelegateIsIgnored) {
+    const auto manager = delegate->windowManager();
+    delegate->applicationDidFinishLaunching();
+    delegate.reset();
+    EXPECT_FALSE(manager->perform(WindowAction::nextDisplay));
+    EXPECT_THAT(platform.statusBar().items(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, QuittingFromTheMenuTakesTheWayOfEveryOtherEndOnce) {
+    platform.application().setDelegate(delegate);
+    delegate->preferencesStore().setOuterPadding(7);
+    platform.runLoop().post([this] {
+        SimulatedStatusItem& item = *platform.statusBar().items().at(0);
+        EXPECT_TRUE(item.openMenu());
+        EXPECT_TRUE(item.choose("Quit Velmorand"));
+    });
+
+    EXPECT_EQ(platform.application().run(), 0);
+
+    EXPECT_EQ(service().registrationCount(), 0U);
+    EXPECT_THAT(writes(), SizeIs(1));
+}
+
+TEST_F(AppDelegateTest, LaunchingStartsTheShortcutManagerAndAsksForNothing) {
     platform.desktop().trusted = false;
 
     delegate->applicationDidFinishLaunching();
@@ -178,7 +218,7 @@ TEST_F(AppDelegateTest, APressedShortcutMovesTheFocusedWindow) {
     platform.runLoop().runPending();
 
     EXPECT_EQ(platform.desktop().window(id).frame, (Rect{0, 25, 1440, 875}));
-    EXPECT_TRUE(delegate->windowManager().hasRestoreEntry(pid));
+    EXPECT_TRUE(delegate->windowManager()->hasRestoreEntry(pid));
 }
 
 TEST_F(AppDelegateTest, TheServicesShareTheOnePreferencesStore) {
@@ -195,7 +235,7 @@ TEST_F(AppDelegateTest, TheServicesShareTheOnePreferencesStore) {
 }
 
 TEST_F(AppDelegateTest, AFailureOfTheWindowManagerIsLogged) {
-    EXPECT_EQ(failureOf(delegate->windowManager().perform(WindowAction::nextDisplay)),
+    EXPECT_EQ(failureOf(delegate->windowManager()->perform(WindowAction::nextDisplay)),
               WindowOperationError::displayMoveUnavailable);
 
     EXPECT_THAT(platform.log().lines(),

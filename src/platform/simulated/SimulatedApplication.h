@@ -16,6 +16,9 @@ public:
     [[nodiscard]] int run() override;
     void terminate() override;
 
+    /// Whether the end was asked for.
+    [[nodiscard]] bool isTerminating() const { return terminating_; }
+
 private:
     SimulatedRunLoop& runLoop_;
     std::weak_ptr<ApplicationDelegate> delegate_;

@@ -58,6 +58,7 @@ bool SimulatedStatusItem::choose(std::string_view title) {
 }
 
 std::unique_ptr<StatusItem> SimulatedStatusBar::makeStatusItem() {
+    if (onMake_) onMake_();
     return std::make_unique<SimulatedStatusItem>(items_, makesButtons_);
 }
 

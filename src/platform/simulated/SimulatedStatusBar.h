@@ -3,6 +3,7 @@
 #include "platform/StatusBar.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -74,6 +75,9 @@ public:
     /// The items in the bar, in the order of their making.
     [[nodiscard]] const std::vector<SimulatedStatusItem*>& items() const { return *items_; }
 
+    /// Called before each item is made.
+    void setOnMake(std::function<void()> told) { onMake_ = std::move(told); }
+
     void addImage(StatusImageKind kind, std::string name) { images_.emplace(kind, std::move(name)); }
     void removeImage(StatusImageKind kind, std::string name) { images_.erase({kind, std::move(name)}); }
     /// Whether items that are made from now on have a button; they have unless set.
@@ -87,6 +91,7 @@ private:
         {StatusImageKind::symbol, "exclamationmark.triangle"},
     };
     bool makesButtons_ = true;
+    std::function<void()> onMake_;
 };
 
 }  // namespace velmorand

@@ -1,0 +1,433 @@
+#include "app/MenuBarController.h"
+
+#include "settings/SettingsWindowController.h"
+#include "shortcuts/ShortcutManager.h"
+#include "support/DesktopFixture.h"
+#include "windows/PermissionsManager.h"
+#include "windows/WindowManager.h"
+
+#include <algorithm>
+
+namespace velmorand {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Field;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+const StatusImage normalIcon{
+    .kind = StatusImageKind::resource, .name = "MenuBarTemplate", .description = "", .isTemplate = true};
+
+StatusImage warningIcon(const std::string& message) {
+    return {.kind = StatusImageKind::symbol,
+            .name = "exclamationmark.triangle",
+            .description = message,
+            .isTemplate = true};
+}
+
+class MenuBarControllerTest : public DesktopFixture {
+protected:
+    MenuBarControllerTest() {
+        windowManager->setOnFailure([this](std::string_view message) { controller->showIssue(message); });
+        settings->setOnFailure([this](std::string_view message) { controller->showIssue(message); });
+    }
+
+    [[nodiscard]] SimulatedStatusItem& item() { return *platform.statusBar().items().at(0); }
+    /// Opens the menu anew and answers what is in it.
+    const std::vector<MenuItem>& openMenu() {
+        item().closeMenu();
+        EXPECT_TRUE(item().openMenu());
+        return item().menuItems();
+    }
+    [[nodiscard]] std::vector<std::string> openedTitles() {
+        std::vector<std::string> titles;
+        for (const MenuItem& line : openMenu()) titles.push_back(line.title);
+        return titles;
+    }
+    void choose(std::string_view title) {
+        openMenu();
+        EXPECT_TRUE(item().choose(title)) << title;
+        platform.runLoop().runPending();
+    }
+    [[nodiscard]] bool isEnabled(std::string_view title) {
+        const auto& items = openMenu();
+        const auto found = std::ranges::find(items, title, &MenuItem::title);
+        return found != items.end() && found->isEnabled;
+    }
+    void advance(Duration span) { platform.runLoop().advance(span); }
+    [[nodiscard]] SimulatedProcess& frontmost() { return application(); }
+
+    std::shared_ptr<SettingsWindowController> settings = std::make_shared<SettingsWindowController>(
+        preferencesStore, permissionsManager, shortcutManager, platform.log());
+    std::shared_ptr<MenuBarController> controller = std::make_shared<MenuBarController>(
+        MenuBarServices{permissionsManager, preferencesStore, screenGeometryProvider, windowManager, shortcutManager,
+                        settings},
+        MenuBarPlatform{platform.statusBar(), platform.workspace(), platform.application(), platform.bundle(),
+                        platform.runLoop(), platform.log()});
+};
+
+TEST_F(MenuBarControllerTest, ThereIsNoStatusItemBeforeItIsInstalled) {
+    EXPECT_THAT(platform.statusBar().items(), IsEmpty());
+    EXPECT_EQ(controller->menuCapabilities(), MenuCapabilitySnapshot{});
+    EXPECT_THAT(controller->menu(), IsEmpty());
+}
+
+TEST_F(MenuBarControllerTest, InstallingShowsTheIconWithAnEmptyMenu) {
+    controller->install();
+
+    EXPECT_EQ(item().image(), normalIcon);
+    EXPECT_EQ(item().toolTip(), "Velmorand");
+    EXPECT_EQ(item().title(), "");
+    EXPECT_THAT(item().menuItems(), IsEmpty());
+}
+
+TEST_F(MenuBarControllerTest, InstallingTwiceLeavesOneStatusItem) {
+    controller->install();
+    controller->install();
+    EXPECT_THAT(platform.statusBar().items(), SizeIs(1));
+}
+
+TEST_F(MenuBarControllerTest, WithoutTheResourceTheSymbolStandsForIt) {
+    platform.statusBar().removeImage(StatusImageKind::resource, "MenuBarTemplate");
+    controller->install();
+
+    EXPECT_EQ(item().image(), (StatusImage{.kind = StatusImageKind::symbol,
+                                           .name = "rectangle.3.group",
+                                           .description = "Velmorand",
+                                           .isTemplate = true}));
+}
+
+TEST_F(MenuBarControllerTest, WithoutAnyImageTheNameStandsForIt) {
+    platform.statusBar().removeImage(StatusImageKind::resource, "MenuBarTemplate");
+    platform.statusBar().removeImage(StatusImageKind::symbol, "rectangle.3.group");
+    controller->install();
+
+    EXPECT_EQ(item().image(), std::nullopt);
+    EXPECT_EQ(item().title(), "Velmorand");
+    EXPECT_EQ(item().toolTip(), "Velmorand");
+}
+
+TEST_F(MenuBarControllerTest, WithoutAButtonNothingIsShownButIssuesAreListed) {
+    platform.statusBar().setMakesButtons(false);
+    controller->install();
+    controller->showIssue("Something failed.");
+
+    EXPECT_EQ(item().image(), std::nullopt);
+    EXPECT_EQ(item().toolTip(), "");
+    EXPECT_EQ(openMenu().front().title, "Something failed.");
+    EXPECT_EQ(platform.runLoop().timerCount(), 0U);
+}
+
+TEST_F(MenuBarControllerTest, AnIssueBeforeTheInstallationIsListedAfterwards) {
+    controller->showIssue("Too early.");
+    controller->install();
+
+    EXPECT_EQ(item().image(), normalIcon);
+    EXPECT_EQ(openMenu().front().title, "Too early.");
+}
+
+TEST_F(MenuBarControllerTest, TheMenuIsTheFourSectionsInOrder) {
+    controller->install();
+    permissionsManager->refresh();
+    desktop().trusted = false;
+    controller->showIssue("Something failed.");
+
+    const auto titles = openedTitles();
+    ASSERT_THAT(titles, SizeIs(4 + 2 + 6 + 19 + 6 + 5));
+    EXPECT_EQ(titles[0], "Accessibility permission required");
+    EXPECT_EQ(titles[4], "Something failed.");
+    EXPECT_EQ(titles[6], "Edges");
+    EXPECT_EQ(titles[titles.size() - 5], "Ignore Editor");
+    EXPECT_EQ(titles.back(), "Quit Velmorand");
+    EXPECT_EQ(controller->menu(), item().menuItems());
+}
+
+TEST_F(MenuBarControllerTest, EachOpeningReadsTrustAndPublishesIt) {
+    controller->install();
+    desktop().trusted = false;
+    openMenu();
+    EXPECT_FALSE(permissionsManager->isTrusted().value());
+    EXPECT_FALSE(controller->menuCapabilities().isTrusted);
+
+    desktop().trusted = true;
+    openMenu();
+    EXPECT_TRUE(permissionsManager->isTrusted().value());
+    EXPECT_EQ(openMenu().front().title, "Edges");
+}
+
+TEST_F(MenuBarControllerTest, WithoutTrustEveryActionIsDisabledAndTheRestIsNot) {
+    controller->install();
+    desktop().trusted = false;
+    for (const MenuItem& line : openMenu())
+        EXPECT_FALSE(line.action == menu_action::performAction && line.isEnabled) << line.title;
+    for (const std::string_view title : {"Ignore Editor", "Refresh Permissions", "Settings...", "Quit Velmorand"})
+        EXPECT_TRUE(isEnabled(title)) << title;
+}
+
+TEST_F(MenuBarControllerTest, TheDisplaysAreCountedAtEachOpening) {
+    controller->install();
+    openMenu();
+    EXPECT_EQ(controller->menuCapabilities().screenCount, 1);
+    EXPECT_FALSE(isEnabled("Move to Next Display"));
+    EXPECT_TRUE(isEnabled("Move to Left Half"));
+
+    setDisplays({mainDisplay(), rightDisplay()});
+    EXPECT_TRUE(isEnabled("Move to Next Display"));
+    EXPECT_TRUE(isEnabled("Move to Previous Display"));
+}
+
+TEST_F(MenuBarControllerTest, RestoreIsEnabledOnceAWindowOfTheFrontmostApplicationWasMoved) {
+    openWindow();
+    controller->install();
+    EXPECT_FALSE(isEnabled("Restore Previous Frame"));
+
+    choose("Move to Left Half");
+    EXPECT_TRUE(isEnabled("Restore Previous Frame"));
+
+    choose("Restore Previous Frame");
+    EXPECT_FALSE(isEnabled("Restore Previous Frame"));
+}
+
+TEST_F(MenuBarControllerTest, WithoutAFrontmostApplicationNothingCanBeArrangedOrIgnored) {
+    platform.terminateProcess(pid);
+    controller->install();
+    const auto titles = openedTitles();
+
+    EXPECT_FALSE(controller->menuCapabilities().frontmostEligible);
+    EXPECT_FALSE(controller->menuCapabilities().hasRestoreEntryForFrontmostPid);
+    EXPECT_FALSE(isEnabled("Move to Left Half"));
+    EXPECT_THAT(titles, Not(Contains(testing::StartsWith("Ignore"))));
+}
+
+TEST_F(MenuBarControllerTest, WhileTheProgramItselfIsFrontmostNothingCanBeArrangedOrIgnored) {
+    frontmost().bundleIdentifier = platform.bundle().identifier();
+    controller->install();
+
+    EXPECT_FALSE(isEnabled("Move to Left Half"));
+    EXPECT_THAT(openedTitles(), Not(Contains(testing::StartsWith("Ignore"))));
+}
+
+TEST_F(MenuBarControllerTest, TwoAbsentIdentifiersAreEqual) {
+    frontmost().bundleIdentifier.reset();
+    platform.settableBundle().setIdentifier(std::nullopt);
+    controller->install();
+    EXPECT_FALSE(isEnabled("Move to Left Half"));
+}
+
+TEST_F(MenuBarControllerTest, ACopyWithoutAnIdentifierOffersToIgnoreAll) {
+    platform.settableBundle().setIdentifier(std::nullopt);
+    controller->install();
+    EXPECT_TRUE(isEnabled("Move to Left Half"));
+    EXPECT_TRUE(isEnabled("Ignore Editor"));
+}
+
+TEST_F(MenuBarControllerTest, AnApplicationWithoutAnIdentifierCanBeArrangedButNotIgnored) {
+    frontmost().bundleIdentifier.reset();
+    controller->install();
+
+    EXPECT_TRUE(isEnabled("Move to Left Half"));
+    EXPECT_THAT(openedTitles(), Not(Contains(testing::StartsWith("Ignore"))));
+}
+
+TEST_F(MenuBarControllerTest, AnApplicationWithoutANameIsCalledByItsIdentifier) {
+    frontmost().localizedName.reset();
+    controller->install();
+    EXPECT_TRUE(isEnabled("Ignore org.example.Editor"));
+}
+
+TEST_F(MenuBarControllerTest, TheFrontmostApplicationIsIgnoredAndTakenBack) {
+    controller->install();
+    choose("Ignore Editor");
+    EXPECT_THAT(preferencesStore->current().ignoredApps, ElementsAre("org.example.Editor"));
+    EXPECT_THAT(platform.userDefaults().writes(), SizeIs(1)) << "it is stored at once";
+    EXPECT_FALSE(isEnabled("Move to Left Half"));
+    EXPECT_THAT(openedTitles(), Not(Contains("Ignore Editor")));
+
+    choose("Stop Ignoring Editor");
+    EXPECT_THAT(preferencesStore->current().ignoredApps, IsEmpty());
+    EXPECT_TRUE(isEnabled("Move to Left Half"));
+}
+
+TEST_F(MenuBarControllerTest, IdentifiersAreComparedExactly) {
+    preferencesStore->addIgnoredApp("org.example.editor");
+    controller->install();
+    EXPECT_TRUE(isEnabled("Move to Left Half"));
+    EXPECT_TRUE(isEnabled("Ignore Editor"));
+}
+
+TEST_F(MenuBarControllerTest, AnActionIsPerformedOnTheFrontmostWindow) {
+    const auto id = openWindow();
+    controller->install();
+    choose("Move to Left Half");
+
+    EXPECT_EQ(window(id).frame, (Rect{0, 25, 720, 875}));
+    EXPECT_EQ(item().image(), normalIcon);
+}
+
+TEST_F(MenuBarControllerTest, ARefusedActionIsLoggedAndListed) {
+    controller->install();
+    choose("Move to Left Half");
+
+    EXPECT_THAT(logLines("menu"), ElementsAre(LogLine{LogLevel::error, "menu", "menu action left rejected"}));
+    EXPECT_EQ(openMenu().front().title, "No focused window is available.");
+    EXPECT_EQ(item().image(), warningIcon("No focused window is available."));
+}
+
+TEST_F(MenuBarControllerTest, AnActionThatSucceedsEndsTheListingOfTheLastIssue) {
+    openWindow();
+    controller->install();
+    controller->showIssue("Something failed.");
+    choose("Move to Left Half");
+    EXPECT_EQ(openMenu().front().title, "Edges");
+}
+
+TEST_F(MenuBarControllerTest, AMoveThatDoesNotLandWarnsButIsNotListed) {
+    const auto id = openWindow();
+    window(id).minimumSize = {900, 1};
+    controller->install();
+    choose("Move to Left Half");
+
+    EXPECT_EQ(item().image(), warningIcon("The window did not move to the requested position."));
+    EXPECT_EQ(openMenu().front().title, "Edges");
+}
+
+TEST_F(MenuBarControllerTest, AShortcutThatSucceedsLeavesTheIssueListed) {
+    openWindow();
+    controller->install();
+    controller->showIssue("Something failed.");
+    ASSERT_TRUE(windowManager->perform(WindowAction::leftHalf));
+    EXPECT_EQ(openMenu().front().title, "Something failed.");
+}
+
+TEST_F(MenuBarControllerTest, AnIssueWarnsForTwoAndAHalfSeconds) {
+    controller->install();
+    controller->showIssue("Something failed.");
+    EXPECT_EQ(item().image(), warningIcon("Something failed."));
+    EXPECT_EQ(item().toolTip(), "Something failed.");
+
+    advance(2499ms);
+    EXPECT_EQ(item().image(), warningIcon("Something failed."));
+    advance(1ms);
+    EXPECT_EQ(item().image(), normalIcon);
+    EXPECT_EQ(item().toolTip(), "Velmorand");
+    EXPECT_EQ(platform.runLoop().timerCount(), 0U);
+}
+
+TEST_F(MenuBarControllerTest, ASecondIssueStartsTheTimeAnew) {
+    controller->install();
+    controller->showIssue("First");
+    advance(1s);
+    controller->showIssue("Second");
+    advance(2499ms);
+    EXPECT_EQ(item().image(), warningIcon("Second"));
+    advance(1ms);
+    EXPECT_EQ(item().image(), normalIcon);
+}
+
+TEST_F(MenuBarControllerTest, WithoutAWarningSymbolTheToolTipAloneTells) {
+    platform.statusBar().removeImage(StatusImageKind::symbol, "exclamationmark.triangle");
+    controller->install();
+    controller->showIssue("Something failed.");
+
+    EXPECT_EQ(item().image(), normalIcon);
+    EXPECT_EQ(item().toolTip(), "Something failed.");
+    advance(2500ms);
+    EXPECT_EQ(item().toolTip(), "Velmorand");
+}
+
+TEST_F(MenuBarControllerTest, AnIssueIsListedForLessThanAMinute) {
+    controller->install();
+    controller->showIssue("Something failed.");
+    advance(59s);
+    EXPECT_EQ(openMenu().front().title, "Something failed.");
+    advance(999ms);
+    EXPECT_EQ(openMenu().front().title, "Something failed.");
+    advance(1ms);
+    EXPECT_EQ(openMenu().front().title, "Edges");
+}
+
+TEST_F(MenuBarControllerTest, ProblemsOfShortcutsAreListedBehindTheIssue) {
+    platform.hotKeyService().setTaken(123, 0x900, true);
+    platform.hotKeyService().setTaken(124, 0x900, true);
+    shortcutManager->start();
+    controller->install();
+    controller->showIssue("Something failed.");
+
+    const auto titles = openedTitles();
+    EXPECT_EQ(titles[0], "Something failed.");
+    EXPECT_THAT(titles[1], testing::StartsWith("Could not register Left "));
+    EXPECT_THAT(titles[2], testing::StartsWith("Could not register Right "));
+    EXPECT_EQ(openMenu()[3].kind, MenuItemKind::separator);
+}
+
+TEST_F(MenuBarControllerTest, AMissingHandlerIsListed) {
+    platform.hotKeyService().failInstallations(-9868);
+    shortcutManager->start();
+    controller->install();
+    EXPECT_EQ(openMenu().front(), (MenuItem{.title = "Could not install the keyboard shortcut handler."}));
+}
+
+TEST_F(MenuBarControllerTest, TheShortcutsOfTheActionsAreThoseThatCount) {
+    preferencesStore->removeShortcut(WindowAction::leftHalf);
+    preferencesStore->setShortcut(WindowAction::rightHalf, {{122, ShortcutModifiers::command}, "F1"});
+    controller->install();
+
+    const auto titles = openedTitles();
+    EXPECT_THAT(titles, Contains("Move to Left Half"));
+    EXPECT_THAT(titles, Contains("Move to Right Half (⌘ + F1)"));
+    EXPECT_EQ(openMenu()[1].keyEquivalent, "");
+    EXPECT_EQ(openMenu()[3].keyEquivalent, "\uF700");
+}
+
+TEST_F(MenuBarControllerTest, AskingForAccessPromptsAndOpensTheSettings) {
+    controller->install();
+    desktop().trusted = false;
+    choose("Open Accessibility Settings...");
+
+    EXPECT_EQ(desktop().promptCount, 1);
+    EXPECT_EQ(platform.workspace().openedAccessibilitySettings(), 1);
+}
+
+TEST_F(MenuBarControllerTest, RefreshingThePermissionsRebuildsTheMenu) {
+    controller->install();
+    openMenu();
+    desktop().trusted = false;
+    EXPECT_TRUE(item().choose("Refresh Permissions"));
+    platform.runLoop().runPending();
+
+    EXPECT_FALSE(permissionsManager->isTrusted().value());
+    EXPECT_EQ(item().menuItems().front().title, "Accessibility permission required");
+}
+
+TEST_F(MenuBarControllerTest, WhatPreventsTheSettingsWindowIsLoggedAndShown) {
+    controller->install();
+    choose("Settings...");
+
+    EXPECT_THAT(logLines("settings"),
+                ElementsAre(LogLine{LogLevel::error, "settings", "The settings window is not installed."}));
+    EXPECT_EQ(item().image(), warningIcon("The settings window is not installed."));
+}
+
+TEST_F(MenuBarControllerTest, QuittingTerminatesTheApplication) {
+    controller->install();
+    choose("Quit Velmorand");
+    EXPECT_TRUE(platform.application().isTerminating());
+}
+
+TEST_F(MenuBarControllerTest, AControllerThatGoesTakesItsItemAndItsTimerWithIt) {
+    controller->install();
+    controller->showIssue("Something failed.");
+    windowManager->setOnFailure({});
+    settings->setOnFailure({});
+    controller.reset();
+
+    EXPECT_THAT(platform.statusBar().items(), IsEmpty());
+    EXPECT_EQ(platform.runLoop().timerCount(), 0U);
+}
+
+}  // namespace
+}  // namespace velmorand
