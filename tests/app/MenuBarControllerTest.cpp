@@ -1,74 +1,15 @@
-#include "app/MenuBarController.h"
-
-#include "settings/SettingsWindowController.h"
-#include "shortcuts/ShortcutManager.h"
-#include "support/DesktopFixture.h"
-#include "windows/PermissionsManager.h"
-#include "windows/WindowManager.h"
-
-#include <algorithm>
+#include "app/MenuBarFixture.h"
 
 namespace velmorand {
 namespace {
 
-using namespace std::chrono_literals;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::Field;
 using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 
-const StatusImage normalIcon{
-    .kind = StatusImageKind::resource, .name = "MenuBarTemplate", .description = "", .isTemplate = true};
-
-StatusImage warningIcon(const std::string& message) {
-    return {.kind = StatusImageKind::symbol,
-            .name = "exclamationmark.triangle",
-            .description = message,
-            .isTemplate = true};
-}
-
-class MenuBarControllerTest : public DesktopFixture {
-protected:
-    MenuBarControllerTest() {
-        windowManager->setOnFailure([this](std::string_view message) { controller->showIssue(message); });
-        settings->setOnFailure([this](std::string_view message) { controller->showIssue(message); });
-    }
-
-    [[nodiscard]] SimulatedStatusItem& item() { return *platform.statusBar().items().at(0); }
-    /// Opens the menu anew and answers what is in it.
-    const std::vector<MenuItem>& openMenu() {
-        item().closeMenu();
-        EXPECT_TRUE(item().openMenu());
-        return item().menuItems();
-    }
-    [[nodiscard]] std::vector<std::string> openedTitles() {
-        std::vector<std::string> titles;
-        for (const MenuItem& line : openMenu()) titles.push_back(line.title);
-        return titles;
-    }
-    void choose(std::string_view title) {
-        openMenu();
-        EXPECT_TRUE(item().choose(title)) << title;
-        platform.runLoop().runPending();
-    }
-    [[nodiscard]] bool isEnabled(std::string_view title) {
-        const auto& items = openMenu();
-        const auto found = std::ranges::find(items, title, &MenuItem::title);
-        return found != items.end() && found->isEnabled;
-    }
-    void advance(Duration span) { platform.runLoop().advance(span); }
-    [[nodiscard]] SimulatedProcess& frontmost() { return application(); }
-
-    std::shared_ptr<SettingsWindowController> settings = std::make_shared<SettingsWindowController>(
-        preferencesStore, permissionsManager, shortcutManager, platform.log());
-    std::shared_ptr<MenuBarController> controller = std::make_shared<MenuBarController>(
-        MenuBarServices{permissionsManager, preferencesStore, screenGeometryProvider, windowManager, shortcutManager,
-                        settings},
-        MenuBarPlatform{platform.statusBar(), platform.workspace(), platform.application(), platform.bundle(),
-                        platform.runLoop(), platform.log()});
-};
+class MenuBarControllerTest : public MenuBarFixture {};
 
 TEST_F(MenuBarControllerTest, ThereIsNoStatusItemBeforeItIsInstalled) {
     EXPECT_THAT(platform.statusBar().items(), IsEmpty());
@@ -109,25 +50,6 @@ TEST_F(MenuBarControllerTest, WithoutAnyImageTheNameStandsForIt) {
     EXPECT_EQ(item().image(), std::nullopt);
     EXPECT_EQ(item().title(), "Velmorand");
     EXPECT_EQ(item().toolTip(), "Velmorand");
-}
-
-TEST_F(MenuBarControllerTest, WithoutAButtonNothingIsShownButIssuesAreListed) {
-    platform.statusBar().setMakesButtons(false);
-    controller->install();
-    controller->showIssue("Something failed.");
-
-    EXPECT_EQ(item().image(), std::nullopt);
-    EXPECT_EQ(item().toolTip(), "");
-    EXPECT_EQ(openMenu().front().title, "Something failed.");
-    EXPECT_EQ(platform.runLoop().timerCount(), 0U);
-}
-
-TEST_F(MenuBarControllerTest, AnIssueBeforeTheInstallationIsListedAfterwards) {
-    controller->showIssue("Too early.");
-    controller->install();
-
-    EXPECT_EQ(item().image(), normalIcon);
-    EXPECT_EQ(openMenu().front().title, "Too early.");
 }
 
 TEST_F(MenuBarControllerTest, TheMenuIsTheFourSectionsInOrder) {
@@ -268,109 +190,6 @@ TEST_F(MenuBarControllerTest, AnActionIsPerformedOnTheFrontmostWindow) {
     EXPECT_EQ(item().image(), normalIcon);
 }
 
-TEST_F(MenuBarControllerTest, ARefusedActionIsLoggedAndListed) {
-    controller->install();
-    choose("Move to Left Half");
-
-    EXPECT_THAT(logLines("menu"), ElementsAre(LogLine{LogLevel::error, "menu", "menu action left rejected"}));
-    EXPECT_EQ(openMenu().front().title, "No focused window is available.");
-    EXPECT_EQ(item().image(), warningIcon("No focused window is available."));
-}
-
-TEST_F(MenuBarControllerTest, AnActionThatSucceedsEndsTheListingOfTheLastIssue) {
-    openWindow();
-    controller->install();
-    controller->showIssue("Something failed.");
-    choose("Move to Left Half");
-    EXPECT_EQ(openMenu().front().title, "Edges");
-}
-
-TEST_F(MenuBarControllerTest, AMoveThatDoesNotLandWarnsButIsNotListed) {
-    const auto id = openWindow();
-    window(id).minimumSize = {900, 1};
-    controller->install();
-    choose("Move to Left Half");
-
-    EXPECT_EQ(item().image(), warningIcon("The window did not move to the requested position."));
-    EXPECT_EQ(openMenu().front().title, "Edges");
-}
-
-TEST_F(MenuBarControllerTest, AShortcutThatSucceedsLeavesTheIssueListed) {
-    openWindow();
-    controller->install();
-    controller->showIssue("Something failed.");
-    ASSERT_TRUE(windowManager->perform(WindowAction::leftHalf));
-    EXPECT_EQ(openMenu().front().title, "Something failed.");
-}
-
-TEST_F(MenuBarControllerTest, AnIssueWarnsForTwoAndAHalfSeconds) {
-    controller->install();
-    controller->showIssue("Something failed.");
-    EXPECT_EQ(item().image(), warningIcon("Something failed."));
-    EXPECT_EQ(item().toolTip(), "Something failed.");
-
-    advance(2499ms);
-    EXPECT_EQ(item().image(), warningIcon("Something failed."));
-    advance(1ms);
-    EXPECT_EQ(item().image(), normalIcon);
-    EXPECT_EQ(item().toolTip(), "Velmorand");
-    EXPECT_EQ(platform.runLoop().timerCount(), 0U);
-}
-
-TEST_F(MenuBarControllerTest, ASecondIssueStartsTheTimeAnew) {
-    controller->install();
-    controller->showIssue("First");
-    advance(1s);
-    controller->showIssue("Second");
-    advance(2499ms);
-    EXPECT_EQ(item().image(), warningIcon("Second"));
-    advance(1ms);
-    EXPECT_EQ(item().image(), normalIcon);
-}
-
-TEST_F(MenuBarControllerTest, WithoutAWarningSymbolTheToolTipAloneTells) {
-    platform.statusBar().removeImage(StatusImageKind::symbol, "exclamationmark.triangle");
-    controller->install();
-    controller->showIssue("Something failed.");
-
-    EXPECT_EQ(item().image(), normalIcon);
-    EXPECT_EQ(item().toolTip(), "Something failed.");
-    advance(2500ms);
-    EXPECT_EQ(item().toolTip(), "Velmorand");
-}
-
-TEST_F(MenuBarControllerTest, AnIssueIsListedForLessThanAMinute) {
-    controller->install();
-    controller->showIssue("Something failed.");
-    advance(59s);
-    EXPECT_EQ(openMenu().front().title, "Something failed.");
-    advance(999ms);
-    EXPECT_EQ(openMenu().front().title, "Something failed.");
-    advance(1ms);
-    EXPECT_EQ(openMenu().front().title, "Edges");
-}
-
-TEST_F(MenuBarControllerTest, ProblemsOfShortcutsAreListedBehindTheIssue) {
-    platform.hotKeyService().setTaken(123, 0x900, true);
-    platform.hotKeyService().setTaken(124, 0x900, true);
-    shortcutManager->start();
-    controller->install();
-    controller->showIssue("Something failed.");
-
-    const auto titles = openedTitles();
-    EXPECT_EQ(titles[0], "Something failed.");
-    EXPECT_THAT(titles[1], testing::StartsWith("Could not register Left "));
-    EXPECT_THAT(titles[2], testing::StartsWith("Could not register Right "));
-    EXPECT_EQ(openMenu()[3].kind, MenuItemKind::separator);
-}
-
-TEST_F(MenuBarControllerTest, AMissingHandlerIsListed) {
-    platform.hotKeyService().failInstallations(-9868);
-    shortcutManager->start();
-    controller->install();
-    EXPECT_EQ(openMenu().front(), (MenuItem{.title = "Could not install the keyboard shortcut handler."}));
-}
-
 TEST_F(MenuBarControllerTest, TheShortcutsOfTheActionsAreThoseThatCount) {
     preferencesStore->removeShortcut(WindowAction::leftHalf);
     preferencesStore->setShortcut(WindowAction::rightHalf, {{122, ShortcutModifiers::command}, "F1"});
@@ -401,15 +220,6 @@ TEST_F(MenuBarControllerTest, RefreshingThePermissionsRebuildsTheMenu) {
 
     EXPECT_FALSE(permissionsManager->isTrusted().value());
     EXPECT_EQ(item().menuItems().front().title, "Accessibility permission required");
-}
-
-TEST_F(MenuBarControllerTest, WhatPreventsTheSettingsWindowIsLoggedAndShown) {
-    controller->install();
-    choose("Settings...");
-
-    EXPECT_THAT(logLines("settings"),
-                ElementsAre(LogLine{LogLevel::error, "settings", "The settings window is not installed."}));
-    EXPECT_EQ(item().image(), warningIcon("The settings window is not installed."));
 }
 
 TEST_F(MenuBarControllerTest, QuittingTerminatesTheApplication) {

@@ -1,5 +1,4 @@
-#include "support/DesktopFixture.h"
-#include "windows/WindowManager.h"
+#include "windows/AnimatedMovesFixture.h"
 
 namespace velmorand {
 namespace {
@@ -9,36 +8,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using enum WindowAction;
 
-constexpr Rect leftHalfFrame{0, 25, 720, 875};
-constexpr Rect rightHalfFrame{720, 25, 720, 875};
-constexpr std::string_view didNotMove = "The window did not move to the requested position.";
-
-/// Moves that take their time.
-class WindowManagerAnimationTest : public DesktopFixture {
-protected:
-    WindowManagerAnimationTest() {
-        changePreferences([](PreferencesState& state) {
-            state.enableAnimations = true;
-            state.animationDuration = 0.3;
-        });
-    }
-
-    void perform(WindowAction action) { EXPECT_EQ(failureOf(windowManager->perform(action)), std::nullopt); }
-    void advance(milliseconds span) { platform.runLoop().advance(span); }
-    /// Performs the action and waits for its end.
-    void performWhole(WindowAction action) {
-        perform(action);
-        advance(milliseconds(400));
-    }
-    void expectNothingToRestore() {
-        EXPECT_EQ(failureOf(windowManager->perform(restore)), WindowOperationError::missingRestoreFrame);
-    }
-    void setDuration(double seconds) {
-        changePreferences([=](PreferencesState& state) { state.animationDuration = seconds; });
-    }
-
-    SimulatedWindowID id = openWindow();
-};
+class WindowManagerAnimationTest : public AnimatedMovesFixture {};
 
 TEST_F(WindowManagerAnimationTest, TheWindowIsOnItsWayAndThenThere) {
     perform(leftHalf);
@@ -59,32 +29,6 @@ TEST_F(WindowManagerAnimationTest, ReducedMotionMovesAtOnce) {
 
     EXPECT_EQ(window(id).frame, leftHalfFrame);
     EXPECT_EQ(platform.runLoop().timerCount(), 0U);
-}
-
-TEST_F(WindowManagerAnimationTest, ALandedMoveCanBeRestored) {
-    performWhole(leftHalf);
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-    expectNothingToRestore();
-}
-
-TEST_F(WindowManagerAnimationTest, SeveralLandedMovesAreRestoredToBeforeTheFirst) {
-    performWhole(leftHalf);
-    performWhole(rightHalf);
-    performWhole(topHalf);
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-}
-
-TEST_F(WindowManagerAnimationTest, AFramePlacedByHandBetweenTwoMovesBecomesTheRestoreFrame) {
-    performWhole(leftHalf);
-    window(id).frame = {200, 300, 500, 400};
-    performWhole(rightHalf);
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, (Rect{200, 300, 500, 400}));
 }
 
 TEST_F(WindowManagerAnimationTest, ASecondActionGoesOnFromWhereTheWindowIsGoing) {
@@ -160,81 +104,6 @@ TEST_F(WindowManagerAnimationTest, ASecondActionThatCannotReadItsStartKeepsTheRe
     EXPECT_EQ(window(id).frame, startFrame);
 }
 
-TEST_F(WindowManagerAnimationTest, ARestoreThatIsStoppedByAChangeOfDisplaysCanBeTriedAgain) {
-    perform(leftHalf);
-    advance(milliseconds(100));
-    perform(restore);
-    advance(milliseconds(34));
-    setDisplays({mainDisplay(), rightDisplay()});
-    ASSERT_NE(window(id).frame, startFrame);
-
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-    expectNothingToRestore();
-}
-
-TEST_F(WindowManagerAnimationTest, AnActionDuringARestoreKeepsTheRestoreFrame) {
-    perform(leftHalf);
-    advance(milliseconds(100));
-    perform(restore);
-    advance(milliseconds(34));
-    performWhole(rightHalf);
-    ASSERT_EQ(window(id).frame, rightHalfFrame);
-
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-}
-
-TEST_F(WindowManagerAnimationTest, ARestoreThatLandsLeavesNothingBehindOfTheOneItReplaced) {
-    performWhole(leftHalf);
-    perform(rightHalf);
-    advance(milliseconds(100));
-    perform(restore);
-    advance(milliseconds(34));
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-    expectNothingToRestore();
-}
-
-TEST_F(WindowManagerAnimationTest, ARestoreAtOnceFromARunningMoveWhoseWriteFailsCanBeTriedAgain) {
-    perform(leftHalf);
-    advance(milliseconds(100));
-    changePreferences([](PreferencesState& state) { state.enableAnimations = false; });
-    window(id).positionWriteError = AXError::cannotComplete;
-    EXPECT_TRUE(failureOf(windowManager->perform(restore)).has_value());
-    window(id).positionWriteError.reset();
-
-    perform(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-}
-
-TEST_F(WindowManagerAnimationTest, ARestoreInOneStepWhoseWriteFailsIsToldAndCanBeTriedAgain) {
-    performWhole(leftHalf);
-    setDuration(0);
-    window(id).positionWriteError = AXError::cannotComplete;
-    perform(restore);
-    EXPECT_THAT(failures, ElementsAre("The target app did not respond to Accessibility requests."));
-    window(id).positionWriteError.reset();
-
-    perform(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-}
-
-TEST_F(WindowManagerAnimationTest, ARestoreDuringAnAnimationGoesBackToBeforeIt) {
-    perform(leftHalf);
-    advance(milliseconds(100));
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-    EXPECT_THAT(failures, IsEmpty());
-    expectNothingToRestore();
-}
-
 TEST_F(WindowManagerAnimationTest, AMoveThatDoesNotLandIsToldAndNotRecorded) {
     window(id).minimumSize = {900, 1};
     performWhole(leftHalf);
@@ -252,58 +121,6 @@ TEST_F(WindowManagerAnimationTest, AMoveWhoseWritesFailIsToldAndNotRecorded) {
     EXPECT_THAT(failures, ElementsAre("The target app did not respond to Accessibility requests."));
     window(id).positionWriteError.reset();
     expectNothingToRestore();
-}
-
-TEST_F(WindowManagerAnimationTest, ARestoreThatFailsCanBeTriedAgain) {
-    performWhole(leftHalf);
-    perform(restore);
-    window(id).positionWriteError = AXError::cannotComplete;
-    advance(milliseconds(400));
-    ASSERT_EQ(failures.size(), 1U);
-    window(id).positionWriteError.reset();
-
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-}
-
-TEST_F(WindowManagerAnimationTest, ARestoreFromARunningMoveThatFailsCanBeTriedAgain) {
-    perform(leftHalf);
-    advance(milliseconds(100));
-    perform(restore);
-    window(id).positionWriteError = AXError::cannotComplete;
-    advance(milliseconds(400));
-    window(id).positionWriteError.reset();
-
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-}
-
-TEST_F(WindowManagerAnimationTest, ARestoreAtOnceFromARunningMoveThatDoesNotLandCanBeTriedAgain) {
-    perform(leftHalf);
-    advance(milliseconds(100));
-    changePreferences([](PreferencesState& state) { state.enableAnimations = false; });
-    window(id).ignoresWrites = true;
-    perform(restore);
-    EXPECT_THAT(failures, ElementsAre(didNotMove));
-    window(id).ignoresWrites = false;
-
-    perform(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
-}
-
-TEST_F(WindowManagerAnimationTest, ARefusedRestoreOfARunningMoveCanBeTriedAgain) {
-    perform(leftHalf);
-    advance(milliseconds(100));
-    accessibility.interruptBefore("settable AXPosition of window", 2, [this] { window(id).positionSettable = false; });
-    EXPECT_EQ(failureOf(windowManager->perform(restore)), WindowOperationError::unsupportedWindow);
-    window(id).positionSettable = true;
-
-    performWhole(restore);
-
-    EXPECT_EQ(window(id).frame, startFrame);
 }
 
 TEST_F(WindowManagerAnimationTest, AChangeOfDisplaysStopsEveryAnimationAndNothingIsRecorded) {
@@ -337,29 +154,6 @@ TEST_F(WindowManagerAnimationTest, AnApplicationThatEndsOnTheWayIsForgotten) {
     EXPECT_THAT(failures, ElementsAre("Could not move the focused window (AX error -25202)."));
     EXPECT_FALSE(windowManager->hasRestoreEntry(pid));
     EXPECT_EQ(platform.runLoop().timerCount(), 0U);
-}
-
-/// A notification of its end is enough, whatever the window still answers.
-TEST_F(WindowManagerAnimationTest, WhatIsRememberedOfAMoveOnItsWayGoesWithItsApplication) {
-    perform(leftHalf);
-    advance(milliseconds(100));
-    platform.workspaceNotificationCenter().post({NotificationName::applicationTerminated, pid});
-    platform.runLoop().runPending();
-
-    expectNothingToRestore();
-}
-
-TEST_F(WindowManagerAnimationTest, WhatARestoreOnItsWayHasTakenGoesWithItsApplication) {
-    perform(leftHalf);
-    advance(milliseconds(100));
-    perform(restore);
-    platform.workspaceNotificationCenter().post({NotificationName::applicationTerminated, pid});
-    platform.runLoop().runPending();
-    window(id).positionWriteError = AXError::invalidElement;
-    advance(milliseconds(400));
-    window(id).positionWriteError.reset();
-
-    expectNothingToRestore();
 }
 
 TEST_F(WindowManagerAnimationTest, WithoutADurationTheWindowIsPutThereInOneStepAndRecorded) {

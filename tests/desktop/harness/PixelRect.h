@@ -26,6 +26,9 @@ struct PixelRect {
 /// Whether x, y, width and height each differ by at most \p tolerance pixels.
 [[nodiscard]] bool framesAgree(const PixelRect& first, const PixelRect& second, int tolerance);
 
+/// How much of the way from \p start to \p target a frame has gone, by the number that has the longest way to go.
+[[nodiscard]] double progressOf(const PixelRect& frame, const PixelRect& start, const PixelRect& target);
+
 /// The smallest rectangle that contains both.
 [[nodiscard]] PixelRect united(const PixelRect& first, const PixelRect& second);
 

@@ -4,10 +4,8 @@
 #include "platform/linux/support/XSettingsBytes.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <csignal>
-#include <cstdlib>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -17,22 +15,6 @@ namespace {
 
 constexpr double longestDuration = 0.5;  // seconds, the most that the settings allow
 constexpr double ticksPerSecond = 30;
-
-/// The four numbers of a frame.
-std::array<int, 4> numbersOf(const PixelRect& frame) {
-    return {frame.x, frame.y, frame.width, frame.height};
-}
-
-/// How far from \p start to \p target the frame is, by the number that has the longest way to go.
-double progressOf(const PixelRect& frame, const PixelRect& start, const PixelRect& target) {
-    const auto from = numbersOf(start);
-    const auto to = numbersOf(target);
-    std::size_t longest = 0;
-    for (std::size_t index = 1; index < from.size(); ++index) {
-        if (std::abs(to[index] - from[index]) > std::abs(to[longest] - from[longest])) longest = index;
-    }
-    return static_cast<double>(numbersOf(frame)[longest] - from[longest]) / (to[longest] - from[longest]);
-}
 
 /// Where all four numbers are when each has gone that part of its way.
 PixelRect onTheWay(const PixelRect& start, const PixelRect& target, double progress) {

@@ -2,10 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdlib>
 
 namespace velmorand::desktop {
 namespace {
@@ -21,10 +18,6 @@ constexpr double top = 28;
 constexpr double bottom = 56;
 constexpr double gridStep = 100;  // milliseconds
 
-std::array<int, 4> numbersOf(const PixelRect& frame) {
-    return {frame.x, frame.y, frame.width, frame.height};
-}
-
 /// Places a moment and a part of the way in the picture.
 struct Axes {
     double lastMoment;  // milliseconds
@@ -36,6 +29,10 @@ struct Axes {
         return pictureHeight - bottom - progress * (pictureHeight - top - bottom);
     }
 };
+
+double partOfTheWay(const MoveRecording& recording, const PixelRect& frame) {
+    return progressOf(frame, recording.start, recording.target);
+}
 
 std::string grid(const Axes& axes) {
     std::string lines;
@@ -74,22 +71,12 @@ std::string dots(const MoveRecording& recording, const std::vector<TimedFrame>& 
     for (const TimedFrame& frame : frames) {
         circles += fmt::format(R"(<circle class="{}" cx="{:.1f}" cy="{:.1f}" r="{}"/>)"
                                "\n",
-                               kind, axes.x(frame.milliseconds), Axes::y(progressOf(recording, frame.frame)), radius);
+                               kind, axes.x(frame.milliseconds), Axes::y(partOfTheWay(recording, frame.frame)), radius);
     }
     return circles;
 }
 
 }  // namespace
-
-double progressOf(const MoveRecording& recording, const PixelRect& frame) {
-    const auto from = numbersOf(recording.start);
-    const auto to = numbersOf(recording.target);
-    std::size_t longest = 0;
-    for (std::size_t index = 1; index < from.size(); ++index) {
-        if (std::abs(to[index] - from[index]) > std::abs(to[longest] - from[longest])) longest = index;
-    }
-    return static_cast<double>(numbersOf(frame)[longest] - from[longest]) / (to[longest] - from[longest]);
-}
 
 double beginningOf(const MoveRecording& recording) {
     return recording.requested.empty() ? 0 : recording.requested.front().milliseconds - tick;
@@ -139,7 +126,7 @@ before the first request, and p is the part of the {:.0f} ms that has passed.
         recording.duration);
     for (const TimedFrame& request : recording.requested) {
         page += fmt::format("| {:.1f} | {} | {:.1f} % |\n", request.milliseconds, request.frame.text(),
-                            100 * progressOf(recording, request.frame));
+                            100 * partOfTheWay(recording, request.frame));
     }
     return page;
 }

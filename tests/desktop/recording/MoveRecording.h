@@ -28,9 +28,6 @@ struct MoveRecording {
     std::vector<TimedFrame> seen = {};
 };
 
-/// How much of the way the window has gone at \p frame, by the number that has the longest way to go.
-[[nodiscard]] double progressOf(const MoveRecording& recording, const PixelRect& frame);
-
 /// When the move began, in milliseconds after the press: the first request lies one tick behind it.
 [[nodiscard]] double beginningOf(const MoveRecording& recording);
 
