@@ -21,7 +21,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::string_view programName = "Velmorand";
+constexpr std::string_view caption = "Velmorand";
 constexpr std::string_view iconResource = "MenuBarTemplate";
 constexpr std::string_view iconSymbol = "rectangle.3.group";
 constexpr std::string_view warningSymbol = "exclamationmark.triangle";
@@ -67,14 +67,14 @@ void MenuBarController::applyNormalIcon() {
         image->isTemplate = true;
         statusItem_->setImage(*image);
     } else {
-        statusItem_->setTitle(programName);
+        statusItem_->setTitle(caption);
     }
-    statusItem_->setToolTip(programName);
+    statusItem_->setToolTip(caption);
 }
 
 std::optional<StatusImage> MenuBarController::normalImage() const {
     auto image = platform_.statusBar.image(StatusImageKind::resource, iconResource, {});
-    return image ? image : platform_.statusBar.image(StatusImageKind::symbol, iconSymbol, programName);
+    return image ? image : platform_.statusBar.image(StatusImageKind::symbol, iconSymbol, caption);
 }
 
 void MenuBarController::showIssue(std::string_view message) {
