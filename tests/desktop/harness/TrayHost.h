@@ -15,8 +15,8 @@ enum class TrayHostKind : std::uint8_t { xfce, lxqt };
 /// A panel with nothing but status items on it, along the lower edge of a desktop with one display.
 class TrayHost {
 public:
-    /// Returns when the panel is there; the part of it for status items may come a little later. \p desktop must outlive it and have no
-    /// other panel.
+    /// Returns when the panel is there; the part of it for status items may come a little later. \p desktop must outlive
+    /// it and have no other panel.
     [[nodiscard]] static std::expected<TrayHost, HarnessError> start(TestDesktop& desktop, TrayHostKind kind);
 
     [[nodiscard]] ChildProcess& process() { return process_; }

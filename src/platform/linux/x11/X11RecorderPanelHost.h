@@ -11,8 +11,8 @@
 namespace velmorand {
 
 /// The recorder panel as a window on our own connection to the X server, in the middle of the display where the user
-/// works. While it is the key window it has the whole keyboard, unless another client has. The window system on the same connection asks for the
-/// root window's events.
+/// works. While it is the key window it has the whole keyboard, unless another client has. The window system on the same
+/// connection asks for the root window's events.
 class X11RecorderPanelHost final : public RecorderPanelHost {
 public:
     /// Everything must outlive the host; the keyboard is that of the connection. Fails when the server does not answer.
