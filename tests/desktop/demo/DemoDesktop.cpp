@@ -3,6 +3,7 @@
 #include "desktop/demo/ProgramStart.h"
 #include "desktop/harness/SettingsFile.h"
 #include "desktop/harness/TestWindows.h"
+#include "desktop/harness/TrayUser.h"
 
 #include <algorithm>
 #include <array>
@@ -15,6 +16,11 @@ namespace {
 constexpr PixelRect secondary{0, 0, 1280, 1024};
 constexpr PixelRect primary{1280, 24, 1600, 1000};
 constexpr int panelHeight = 32;
+/// Status items stand between the buttons of the windows and the clock; both change by themselves.
+constexpr int clockWidth = 60;
+constexpr int trayWidth = 400;
+constexpr PixelRect tray{primary.x + primary.width - clockWidth - trayWidth, primary.y + primary.height - panelHeight,
+                         trayWidth, panelHeight};
 
 struct Opening {
     DemoWindow window = DemoWindow::terminal;
@@ -59,6 +65,7 @@ std::expected<std::unique_ptr<DemoDesktop>, HarnessError> DemoDesktop::open(cons
         auto left = writeSettingsFile(storedSettingsFile(demo->test().environment()), storedSettings);
         if (!left) return std::unexpected(left.error());
     }
+    demo->trayWithoutIcon_ = readScreenArea(demo->observer().connection(), tray);
     auto started = startProgram(demo->test(), program, shortcuts);
     if (!started) return std::unexpected(HarnessError{started.error().message + demo->logTails()});
     demo->program_ = std::move(*started);
@@ -74,6 +81,13 @@ std::vector<PixelRect> DemoDesktop::workAreas() const {
 std::optional<PixelRect> DemoDesktop::frameOf(DemoWindow window) {
     const auto frame = desktop_->observer().visibleFrame(idOf(window));
     return frame ? std::optional(fromRoot(*frame)) : std::nullopt;
+}
+
+std::expected<PixelRect, HarnessError> DemoDesktop::openMenu() {
+    TrayUser user(*desktop_);
+    user.useHost(TrayHostKind::xfce, tray);
+    if (const auto icon = user.findIcon(trayWithoutIcon_); !icon) return std::unexpected(icon.error());
+    return user.openMenu();
 }
 
 PixelRect DemoDesktop::toRoot(const PixelRect& frame) const {

@@ -3,6 +3,7 @@
 #include "desktop/demo/DemoModel.h"
 #include "desktop/demo/DemoScript.h"
 #include "desktop/harness/Pager.h"
+#include "desktop/harness/ScreenArea.h"
 #include "desktop/harness/TestDesktop.h"
 #include "desktop/harness/TestKeyboard.h"
 
@@ -30,6 +31,10 @@ public:
     [[nodiscard]] PixelRect toRoot(const PixelRect& frame) const;
     [[nodiscard]] PixelRect fromRoot(const PixelRect& frame) const;
 
+    /// Clicks the program's icon on the panel, which must show one, and answers where its menu is seen, in root
+    /// coordinates. Works once; the menu stays open until a key or a click closes it.
+    [[nodiscard]] std::expected<PixelRect, HarnessError> openMenu();
+
     [[nodiscard]] xcb_window_t idOf(DemoWindow window) const { return windows_.at(window); }
     [[nodiscard]] XObserver& observer() { return desktop_->observer(); }
     [[nodiscard]] Pager& pager() { return pager_; }
@@ -55,6 +60,8 @@ private:
     std::map<DemoWindow, ChildProcess> clients_;
     std::map<DemoWindow, xcb_window_t> windows_;
     std::optional<ChildProcess> program_;
+    /// The panel's part for status items before the program put one there.
+    ScreenArea trayWithoutIcon_;
 };
 
 }  // namespace velmorand::desktop

@@ -65,6 +65,20 @@ std::optional<int> playScript(DemoDesktop& desktop, const std::filesystem::path&
     return failures;
 }
 
+/// Whether the panel shows the program's icon and its menu opens at a click.
+bool showMenu(DemoDesktop& desktop, const std::filesystem::path& pictures) {
+    const auto menu = desktop.openMenu();
+    if (!menu) {
+        fail(menu.error().message, &desktop);
+        return false;
+    }
+    fmt::print("\nThe menu of the icon on the panel: {}\n", desktop.fromRoot(*menu).text());
+    const auto taken = desktop.observer().screenshot(pictures / "menu.png");
+    if (!taken) fail(taken.error().message);
+    desktop.keyboard().press(Key::escape);
+    return taken.has_value();
+}
+
 bool playsEveryAction() {
     std::set<std::string_view> played;
     for (const auto& step : demoScript()) played.insert(step.action);
@@ -80,7 +94,7 @@ int runDemo(const Arguments& arguments) {
         return 1;
     }
     const auto failures = playScript(**desktop, arguments.pictures);
-    if (!failures) return 1;
+    if (!failures || !showMenu(**desktop, arguments.pictures)) return 1;
 
     const auto status = (*desktop)->program().terminate();
     fmt::print("\n{} key presses, {} wrong; the program ended with {}. Pictures: {}\n", demoScript().size(), *failures,

@@ -43,6 +43,7 @@ constexpr std::string_view panelSettings = R"(<?xml version="1.0" encoding="UTF-
         <value type="int" value="2"/>
         <value type="int" value="3"/>
         <value type="int" value="4"/>
+        <value type="int" value="5"/>
       </property>
     </property>
   </property>
@@ -53,7 +54,8 @@ constexpr std::string_view panelSettings = R"(<?xml version="1.0" encoding="UTF-
       <property name="expand" type="bool" value="true"/>
       <property name="style" type="uint" value="0"/>
     </property>
-    <property name="plugin-4" type="string" value="clock"/>
+    <property name="plugin-4" type="string" value="systray"/>
+    <property name="plugin-5" type="string" value="clock"/>
   </property>
 </channel>
 )";

@@ -27,9 +27,14 @@ std::expected<void, HarnessError> TrayUser::startHost(TrayHostKind kind) {
     auto host = TrayHost::start(desktop_, kind);
     if (!host) return std::unexpected(host.error());
     host_.emplace(std::move(*host));
-    kind_ = kind;
+    useHost(kind, host_->frame());
     letSettle();
     return {};
+}
+
+void TrayUser::useHost(TrayHostKind kind, const PixelRect& part) {
+    kind_ = kind;
+    panel_ = part;
 }
 
 void TrayUser::stopHost() {
@@ -40,6 +45,10 @@ void TrayUser::stopHost() {
 std::expected<PixelRect, HarnessError> TrayUser::findIcon(const std::function<void()>& appear) {
     const ScreenArea empty = lookAtPanel();
     appear();
+    return findIcon(empty);
+}
+
+std::expected<PixelRect, HarnessError> TrayUser::findIcon(const ScreenArea& empty) {
     const auto icon = waitForChange(empty);
     if (!icon) return std::unexpected(HarnessError{"no icon is seen"});
     if (icon->width > widestIcon) return std::unexpected(HarnessError{"more than an icon is seen: " + icon->text()});
@@ -94,10 +103,16 @@ ScreenArea TrayUser::look(const PixelRect& rect) {
     return readScreenArea(desktop_.observer().connection(), rect);
 }
 
+/// Menus open above the panel, which lies along a lower edge.
 PixelRect TrayUser::whereMenusAre() const {
-    const PixelRect display = desktop_.monitors().front().rect;
+    const auto isBelow = [this](const Monitor& monitor) {
+        return panel_.x >= monitor.rect.x && panel_.right() <= monitor.rect.right() &&
+               panel_.bottom() == monitor.rect.bottom();
+    };
+    const auto monitor = std::ranges::find_if(desktop_.monitors(), isBelow);
+    const PixelRect display = (monitor == desktop_.monitors().end() ? desktop_.monitors().front() : *monitor).rect;
     return {display.x, display.y, std::min(display.width, icon_.right() - display.x + widestMenu),
-            display.height - host_->frame().height};
+            display.height - panel_.height};
 }
 
 }  // namespace velmorand::desktop
