@@ -48,6 +48,7 @@ desktop | kwin-style-breeze | its decorations
 desktop | xfce4-panel | a panel that reserves an edge of the screen and shows status items
 desktop | librsvg2-common | its icons
 desktop | lxqt-panel | a panel of another toolkit that shows status items
+desktop | xfce4-session | a session manager, for the end of a session
 desktop | xterm | test window that resizes in steps
 desktop | python3-gi | test windows of a toolkit
 desktop | gir1.2-gtk-3.0 | test windows of a toolkit

@@ -7,6 +7,7 @@
 
 #include <QGuiApplication>
 #include <QMetaObject>
+#include <QSessionManager>
 #include <csignal>
 #include <cstdlib>
 #include <utility>
@@ -42,6 +43,12 @@ sigset_t endingSignals() {
     return signals;
 }
 
+/// Whether the program starts at log-in is a setting of its own: a session manager that remembers what was running
+/// would start it a second time.
+void stayOutOfSavedSession(QSessionManager& manager) {
+    manager.setRestartHint(QSessionManager::RestartNever);
+}
+
 }  // namespace
 
 QtApplication::QtApplication(int& argumentCount, char** arguments, Log& log) : log_(log), logger_(log, "app") {
@@ -53,6 +60,8 @@ QtApplication::QtApplication(int& argumentCount, char** arguments, Log& log) : l
     qInstallMessageHandler(forwardToolkitMessage);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     application_ = std::make_unique<QGuiApplication>(argumentCount, arguments);
+    QObject::connect(application_.get(), &QGuiApplication::saveStateRequest, application_.get(), stayOutOfSavedSession,
+                     Qt::DirectConnection);
     static const int registered = std::atexit(processExits);
     static_cast<void>(registered);
 }

@@ -1,4 +1,6 @@
+#include "desktop/harness/SessionManager.h"
 #include "desktop/harness/TestDesktop.h"
+#include "desktop/harness/TestWindows.h"
 #include "desktop/harness/XRelay.h"
 #include "desktop/program/ProgramTest.h"
 
@@ -92,6 +94,27 @@ TEST_P(EndBySignalTest, EndsCleanlyAndGivesItsShortcutsBack) {
 }
 
 INSTANTIATE_TEST_SUITE_P(For, EndBySignalTest, testing::Values(SIGTERM, SIGINT));
+
+TEST_F(StartAndEndTest, EndsCleanlyWithTheSessionAndIsNotStartedByTheNextOne) {
+    auto session = SessionManager::start(*desktop_);
+    ASSERT_TRUE(session) << session.error();
+    ChildProcess program = startProgram(session->invitation());
+    auto other = desktop_->start(terminalWindow({.title = "Other"}), session->invitation());
+    ASSERT_TRUE(other) << other.error();
+    ASSERT_TRUE(desktop_->observer().findWindow("Other"));
+
+    const auto loggedOut = session->logOut();
+
+    ASSERT_TRUE(loggedOut) << loggedOut.error();
+    const auto status = program.wait(patient);
+    ASSERT_TRUE(status) << "still running\n" << program.logTail();
+    EXPECT_TRUE(status->isSuccess()) << status->text() << '\n' << program.logTail();
+    const std::string saved = session->savedSession();
+    EXPECT_TRUE(saved.contains("xterm")) << "a program that wants to come back\n" << saved;
+    EXPECT_FALSE(saved.contains(programUnderTest().string())) << saved;
+    ChildProcess next = startProgram();
+    EXPECT_FALSE(next.log().contains("failed"));
+}
 
 TEST_F(StartAndEndTest, TheEndOfTheServerIsOneLineAndStatusOne) {
     // The toolkit ends the process without giving back its connection, which a sanitizer would report as lost.
