@@ -43,6 +43,7 @@ MenuBarController::~MenuBarController() = default;
 
 void MenuBarController::install() {
     assert(platform_.runLoop.isMainThread());
+    statusItem_.reset();  // one at a time
     statusItem_ = platform_.statusBar.makeStatusItem();
     applyNormalIcon();
     if (!statusItem_) return;

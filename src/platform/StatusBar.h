@@ -94,6 +94,7 @@ public:
     StatusBar& operator=(const StatusBar&) = delete;
 
     /// Makes an item as wide as it needs to be. Where there is no bar at the moment the item appears when there is one.
+    /// One item at a time: the one before must be gone.
     [[nodiscard]] virtual std::unique_ptr<StatusItem> makeStatusItem() = 0;
 
     /// Looks an image up; absent when the platform has none of that name. It is no template yet.

@@ -171,6 +171,7 @@ TEST_F(MenuBarControllerTest, TheFrontmostApplicationIsIgnoredAndTakenBack) {
 
     choose("Stop Ignoring Editor");
     EXPECT_THAT(preferencesStore->current().ignoredApps, IsEmpty());
+    EXPECT_THAT(platform.userDefaults().writes(), SizeIs(2)) << "this too";
     EXPECT_TRUE(isEnabled("Move to Left Half"));
 }
 
@@ -209,6 +210,33 @@ TEST_F(MenuBarControllerTest, AskingForAccessPromptsAndOpensTheSettings) {
 
     EXPECT_EQ(desktop().promptCount, 1);
     EXPECT_EQ(platform.workspace().openedAccessibilitySettings(), 1);
+    EXPECT_FALSE(permissionsManager->isTrusted().value());
+
+    desktop().trusted = false;
+    desktop().trustedAfterPrompt = true;
+    choose("Open Accessibility Settings...");
+    EXPECT_TRUE(permissionsManager->isTrusted().value()) << "what the prompt answers is published";
+}
+
+TEST_F(MenuBarControllerTest, LinesThatAreNotAboutAnythingDoNothing) {
+    openWindow();
+    controller->install();
+    const std::vector<MenuItem> lines{
+        {.title = "No action", .action = "performAction:", .isEnabled = true},
+        {.title = "Unknown", .action = "performAction:", .representedObject = "sideways", .isEnabled = true},
+        {.title = "Ignore nobody", .action = "ignoreCurrentApp:", .isEnabled = true},
+        {.title = "Take nobody back", .action = "unignoreCurrentApp:", .isEnabled = true},
+        {.title = "Nonsense", .action = "nonsense", .isEnabled = true}};
+    for (const MenuItem& line : lines) {
+        openMenu();
+        item().setMenuItems({line});
+        EXPECT_TRUE(item().choose(line.title)) << line.title;
+        platform.runLoop().runPending();
+    }
+
+    EXPECT_FALSE(platform.log().contains(LogLevel::error, "menu", "menu action sideways rejected"));
+    EXPECT_THAT(preferencesStore->current().ignoredApps, IsEmpty());
+    EXPECT_THAT(platform.userDefaults().writes(), IsEmpty());
 }
 
 TEST_F(MenuBarControllerTest, RefreshingThePermissionsRebuildsTheMenu) {

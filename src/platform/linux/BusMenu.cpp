@@ -19,6 +19,8 @@ constexpr uint version = 3;
 /// The questions of one opening come within this time; one that comes later is about another opening, also where nobody
 /// has told the end of the first.
 constexpr std::chrono::milliseconds longestOpening{500};
+/// Who asks before the menu opens fetches and draws the lines before telling that it is open.
+constexpr std::chrono::seconds longestDrawing{2};
 
 const QString noSuchLine = QStringLiteral("The menu has no such line.");
 
@@ -34,6 +36,7 @@ BusMenu::BusMenu(const QDBusConnection& bus, RunLoop& runLoop)
 void BusMenu::attach(StatusMenuEvents events) {
     events_ = std::make_shared<StatusMenuEvents>(std::move(events));
     opened_.reset();
+    announced_.reset();
 }
 
 void BusMenu::setItems(std::vector<MenuItem> items) {
@@ -75,7 +78,8 @@ bool BusMenu::call(const QDBusMessage& message) {
 void BusMenu::getLayout(const QDBusMessage& message) {
     const QVariantList arguments = message.arguments();
     const int id = arguments[0].toInt();
-    if (revision_ == 1 && id == StatusMenuLayout::menuId && !open()) return;
+    const QDBusConnection bus = this->bus();
+    if (revision_ == 1 && id == StatusMenuLayout::menuId && !open()) return sayGone(bus, message);
     if (!layout_.contains(id)) {
         refuse(message, noSuchLine);
         return;
@@ -112,7 +116,7 @@ void BusMenu::event(const QDBusMessage& message) {
         return;
     }
     answer(message);
-    handleEvent(id, message.arguments()[1].toString());
+    static_cast<void>(handleEvent(id, message.arguments()[1].toString()));
 }
 
 void BusMenu::eventGroup(const QDBusMessage& message) {
@@ -139,7 +143,9 @@ void BusMenu::eventGroup(const QDBusMessage& message) {
         return;
     }
     answer(message, {QVariant::fromValue(unknown)});
-    for (const auto& [id, name] : known) handleEvent(id, name);
+    for (const auto& [id, name] : known) {
+        if (!handleEvent(id, name)) return;
+    }
 }
 
 void BusMenu::aboutToShow(const QDBusMessage& message) {
@@ -152,8 +158,9 @@ void BusMenu::aboutToShow(const QDBusMessage& message) {
         answer(message, {false});
         return;
     }
-    if (!open()) return;
-    isAnnounced_ = true;
+    const QDBusConnection bus = this->bus();
+    if (!open()) return sayGone(bus, message);
+    announced_ = runLoop().now();
     answer(message, {true});
 }
 
@@ -165,8 +172,9 @@ void BusMenu::aboutToShowGroup(const QDBusMessage& message) {
         if (!layout_.contains(id)) unknown.append(id);
     }
     if (ids.contains(StatusMenuLayout::menuId)) {
-        if (!open()) return;
-        isAnnounced_ = true;
+        const QDBusConnection bus = this->bus();
+        if (!open()) return sayGone(bus, message);
+        announced_ = runLoop().now();
         changed.append(StatusMenuLayout::menuId);
         tell(layoutUpdated, {revision_, StatusMenuLayout::menuId});
     }
@@ -193,30 +201,37 @@ bool BusMenu::open() {
     return true;
 }
 
-/// In later turns: what the program does with it may take its time, or end this object.
-void BusMenu::handleEvent(int id, const QString& event) {
+/// Who opens it without asking before gets the lines a moment later.
+bool BusMenu::openUnlessAnnounced() {
+    const auto announced = std::exchange(announced_, std::nullopt);
+    if (announced && runLoop().now() - *announced < longestDrawing) return true;
+    if (!open()) return false;
+    tellLayout();
+    return true;
+}
+
+/// The event itself has been answered: what the program does with it may take its time, or end this object.
+bool BusMenu::handleEvent(int id, const QString& event) {
     const bool isMenu = id == StatusMenuLayout::menuId;
-    const std::weak_ptr<const StatusMenuEvents> events = events_;
-    if (isMenu && event == QLatin1StringView("opened")) {
-        // Who opens it without asking before gets the lines a moment later.
-        if (!std::exchange(isAnnounced_, false) && open()) tellLayout();
-    } else if (isMenu && event == QLatin1StringView("closed")) {
-        close();
-    } else if (const auto item = layout_.choosable(id); item && event == QLatin1StringView("clicked")) {
-        close();
-        runLoop().post([events, item = *item] {
-            if (const auto told = events.lock(); told && told->chosen) told->chosen(item);
-        });
-    }
+    if (isMenu && event == QLatin1StringView("opened")) return openUnlessAnnounced();
+    if (isMenu && event == QLatin1StringView("closed")) return close();
+    const auto item = layout_.choosable(id);
+    if (!item || event != QLatin1StringView("clicked")) return true;
+    if (!close()) return false;
+    const std::weak_ptr<const bool> stillThere = alive();
+    const auto events = events_;
+    if (events && events->chosen) events->chosen(*item);
+    return !stillThere.expired();
 }
 
 /// Some programs tell the end of the menu itself, others only what was chosen from it.
-void BusMenu::close() {
-    isAnnounced_ = false;
-    if (!std::exchange(opened_, std::nullopt)) return;
-    runLoop().post([events = std::weak_ptr<const StatusMenuEvents>(events_)] {
-        if (const auto told = events.lock(); told && told->didClose) told->didClose();
-    });
+bool BusMenu::close() {
+    announced_.reset();
+    if (!std::exchange(opened_, std::nullopt)) return true;
+    const std::weak_ptr<const bool> stillThere = alive();
+    const auto events = events_;
+    if (events && events->didClose) events->didClose();
+    return !stillThere.expired();
 }
 
 void BusMenu::tellLayout() {

@@ -30,6 +30,7 @@ protected:
     bool call(const QDBusMessage& message) override;
 
 private:
+    // What is asked over the bus. The menu may be gone on return.
     void getLayout(const QDBusMessage& message);
     void getGroupProperties(const QDBusMessage& message);
     void getProperty(const QDBusMessage& message);
@@ -41,16 +42,20 @@ private:
     /// Has the lines made if this begins an opening; all the questions of one opening come at once. False when the menu has
     /// gone with it.
     [[nodiscard]] bool open();
-    void handleEvent(int id, const QString& event);
-    /// Has it told that the menu was closed, if it was open.
-    void close();
+    /// As `open`, with the lines as they are if somebody asked for them just before.
+    [[nodiscard]] bool openUnlessAnnounced();
+    /// False when the menu has gone with it.
+    [[nodiscard]] bool handleEvent(int id, const QString& event);
+    /// Tells that the menu was closed, if it was open. False when the menu has gone with it.
+    [[nodiscard]] bool close();
     void tellLayout();
 
     std::shared_ptr<StatusMenuEvents> events_;
     StatusMenuLayout layout_;
     uint revision_ = 1;
-    std::optional<std::chrono::steady_clock::time_point> opened_;  // when its lines were made, until it is closed
-    bool isAnnounced_ = false;                                     // somebody asked before it opens
+    // Until it is closed: when its lines were made, and when somebody asked before it opens.
+    std::optional<std::chrono::steady_clock::time_point> opened_;
+    std::optional<std::chrono::steady_clock::time_point> announced_;
     bool isBeingMade_ = false;
 };
 

@@ -58,7 +58,7 @@ bool BusObject::handleMessage(const QDBusMessage& message, const QDBusConnection
         if (!alive.expired())
             handle(message);
         else
-            bus.send(message.createErrorReply(QDBusError::UnknownObject, QStringLiteral("The object has gone.")));
+            sayGone(bus, message);
     });
     return true;
 }
@@ -69,6 +69,11 @@ void BusObject::answer(const QDBusMessage& message, const QVariantList& values) 
 
 void BusObject::refuse(const QDBusMessage& message, const QString& reason) {
     if (message.isReplyRequired()) bus_.send(message.createErrorReply(QDBusError::InvalidArgs, reason));
+}
+
+void BusObject::sayGone(const QDBusConnection& bus, const QDBusMessage& message) {
+    if (!message.isReplyRequired()) return;
+    bus.send(message.createErrorReply(QDBusError::UnknownObject, QStringLiteral("The object has gone.")));
 }
 
 void BusObject::tell(const QString& signal, const QVariantList& values) {

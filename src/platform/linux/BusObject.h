@@ -40,14 +40,17 @@ protected:
     /// What the properties of the interface are now.
     [[nodiscard]] virtual QVariantMap properties() const = 0;
     /// Answers a call of the interface with `answer` or `refuse`; false when it has no such member. The object may be gone
-    /// on return.
+    /// on return: a call that it died of before it was answered is answered with `sayGone`.
     virtual bool call(const QDBusMessage& message) = 0;
 
     void answer(const QDBusMessage& message, const QVariantList& values = {});
     void refuse(const QDBusMessage& message, const QString& reason);
+    /// Answers for an object that is no longer there; nobody shall wait for it.
+    static void sayGone(const QDBusConnection& bus, const QDBusMessage& message);
     /// Tells everybody a signal of the interface.
     void tell(const QString& signal, const QVariantList& values = {});
 
+    [[nodiscard]] const QDBusConnection& bus() const { return bus_; }
     [[nodiscard]] RunLoop& runLoop() { return runLoop_; }
     /// Expires with the object.
     [[nodiscard]] std::weak_ptr<const bool> alive() const { return alive_; }

@@ -17,6 +17,7 @@
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/RecorderPicture.h"
 #include "platform/linux/ReducedMotion.h"
+#include "platform/linux/StatusIcons.h"
 #include "platform/linux/TrustPrompt.h"
 #include "platform/linux/x11/ToolkitConnection.h"
 #include "platform/linux/x11/X11Connection.h"
@@ -129,7 +130,7 @@ private:
     QtApplication application_;
     QtRunLoop runLoop_;
     DesktopNotifications userNotificationCenter_{QDBusConnection::sessionBus(), runLoop_, VELMORAND_IDENTIFIER};
-    LinuxStatusBar statusBar_{QDBusConnection::sessionBus(), runLoop_};
+    LinuxStatusBar statusBar_{QDBusConnection::sessionBus(), runLoop_, statusIconFolder()};
     TrustPrompt trustPrompt_{userNotificationCenter_, log_, VELMORAND_IDENTIFIER};
     X11Keyboard keyboard_;
     X11HotKeyService hotKeyService_;

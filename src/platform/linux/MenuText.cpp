@@ -13,8 +13,8 @@ namespace velmorand {
 namespace {
 
 constexpr QChar ellipsis(0x2026);
-/// A character may carry any number of marks; more than this of the text, in UTF-16 code units, is not looked at.
-constexpr qsizetype longestLookedAt = 4 * longestMenuText;
+/// A character may carry any number of marks; more than this many UTF-16 code units for each are not looked at.
+constexpr qsizetype longestCharacter = 4;
 
 /// Embeddings, overrides and isolates reach beyond the text that they stand in.
 bool turnsDirection(QChar character) {
@@ -29,22 +29,22 @@ bool endsLine(QChar character) {
 }
 
 /// Where the text has to be cut so that with an ellipsis it is no longer than allowed; absent when it is short enough.
-std::optional<qsizetype> cutIn(const QString& text) {
+std::optional<qsizetype> cutIn(const QString& text, qsizetype longest) {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     qsizetype cut = 0;
-    for (qsizetype characters = 1; characters <= longestMenuText; ++characters) {
+    for (qsizetype characters = 1; characters <= longest; ++characters) {
         const qsizetype end = finder.toNextBoundary();
         if (end < 0 || end == text.size()) return std::nullopt;
-        if (characters == longestMenuText - 1) cut = end;
+        if (characters == longest - 1) cut = end;
     }
     return cut;
 }
 
-QString shortened(const QString& text) {
-    QString part = text.left(longestLookedAt);
+QString shortened(const QString& text, qsizetype longest) {
+    QString part = text.left(longestCharacter * longest);
     const bool isPart = part.size() < text.size();
     if (isPart && part.back().isHighSurrogate()) part.chop(1);
-    if (const auto cut = cutIn(part)) return part.left(*cut) + ellipsis;
+    if (const auto cut = cutIn(part, longest)) return part.left(*cut) + ellipsis;
     return isPart ? part + ellipsis : part;
 }
 
@@ -69,7 +69,7 @@ QString nameOfKey(char32_t character) {
 
 }  // namespace
 
-QString menuText(std::string_view utf8) {
+QString menuText(std::string_view utf8, qsizetype longest) {
     QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
     text.removeIf(turnsDirection);
     QString line;
@@ -80,25 +80,27 @@ QString menuText(std::string_view utf8) {
         else if (!line.isEmpty() && line.back() != u' ')
             line += u' ';
     }
-    return shortened(line);
+    return shortened(line, longest);
 }
 
 QString toolTipText(std::string_view utf8) {
     constexpr QChar wordJoiner(0x2060);
     QString text;
-    for (const QChar character : menuText(utf8)) {
+    for (const QChar character : menuText(utf8, longestSentence)) {
         text += character;
         if (character == u'<' || character == u'&') text += wordJoiner;
     }
     return text;
 }
 
-QString menuLabel(std::string_view utf8) {
-    return menuText(utf8).replace(u'_', QLatin1StringView("__"));
+QString menuLabel(const MenuItem& item) {
+    const bool tells = item.kind == MenuItemKind::item && item.action.empty();
+    return menuText(item.title, tells ? longestSentence : longestName).replace(u'_', QLatin1StringView("__"));
 }
 
 QStringList menuShortcut(const MenuItem& item) {
-    const QString text = QString::fromStdString(item.keyEquivalent);
+    // A letter with a mark may be written as two characters, and is one on the keyboard.
+    const QString text = QString::fromStdString(item.keyEquivalent).normalized(QString::NormalizationForm_C);
     const QList<uint> characters = text.toUcs4();
     if (characters.size() != 1) return {};
     // A capital letter stands for its key with Shift.

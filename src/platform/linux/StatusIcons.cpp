@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QtEndian>
 #include <algorithm>
@@ -67,6 +68,11 @@ QString statusIconFolder() {
         if (QDir(folder).exists()) return folder;
     }
     return {};
+}
+
+bool hasStatusIcon(const QString& folder, QLatin1StringView iconName) {
+    return !folder.isEmpty() &&
+           QFile::exists(QStringLiteral("%1/hicolor/scalable/status/%2.svg").arg(folder, iconName));
 }
 
 QList<BusPixmap> statusIconPixmaps(const QString& folder, const QString& iconName) {

@@ -28,6 +28,9 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, BusPixmap& pixmap
 /// it is installed. Empty when there is none.
 [[nodiscard]] QString statusIconFolder();
 
+/// Whether the folder has the drawing of the icon.
+[[nodiscard]] bool hasStatusIcon(const QString& folder, QLatin1StringView iconName);
+
 /// The icon in a colour that is seen on dark and light panels, in the sizes of panels, for those that do not read the
 /// folder. Empty when its pictures are missing.
 [[nodiscard]] QList<BusPixmap> statusIconPixmaps(const QString& folder, const QString& iconName);

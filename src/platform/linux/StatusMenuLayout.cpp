@@ -20,7 +20,7 @@ const QString childrenProperty = QStringLiteral("children-display");
 /// What is told of a line beside what every line is unless told otherwise.
 QVariantMap propertiesOf(const MenuItem& item) {
     if (item.kind == MenuItemKind::separator) return {{typeProperty, QStringLiteral("separator")}};
-    QVariantMap properties{{labelProperty, menuLabel(item.title)}};
+    QVariantMap properties{{labelProperty, menuLabel(item)}};
     if (item.kind == MenuItemKind::sectionHeader || !item.isEnabled) properties.insert(enabledProperty, false);
     const QStringList shortcut = item.kind == MenuItemKind::item ? menuShortcut(item) : QStringList();
     if (!shortcut.isEmpty()) properties.insert(shortcutProperty, QVariant::fromValue(QList<QStringList>{shortcut}));

@@ -16,6 +16,8 @@ namespace velmorand {
 namespace {
 
 constexpr QLatin1StringView interface("org.kde.StatusNotifierItem");
+/// Panels draw no title: an item that has nothing else gets an icon that every theme has.
+constexpr QLatin1StringView iconForTitle("preferences-system");
 
 /// A name of its own for each item of this process, also for one that follows another.
 QString nextName() {
@@ -45,7 +47,7 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, RunLoop& runL
       applicationTitle_(std::move(applicationTitle)),
       iconFolder_(std::move(iconFolder)),
       menu_(bus, runLoop),
-      registration_(bus, nextName()) {
+      registration_(bus, runLoop, nextName()) {
     qDBusRegisterMetaType<BusPixmap>();
     qDBusRegisterMetaType<QList<BusPixmap>>();
     qDBusRegisterMetaType<BusToolTip>();
@@ -54,15 +56,16 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, RunLoop& runL
 void StatusNotifierItem::setImage(const StatusImage& image) {
     const auto iconName = statusIconName(image.kind, image.name);
     if (!iconName) return;
-    iconDescription_ = menuText(image.description);
-    if (iconName_ == *iconName) return;
+    QString description = menuText(image.description, longestSentence);
+    if (iconName_ == *iconName && iconDescription_ == description) return;
+    if (iconName_ != *iconName) pixmaps_ = statusIconPixmaps(iconFolder_, *iconName);
     iconName_ = *iconName;
-    pixmaps_ = statusIconPixmaps(iconFolder_, iconName_);
+    iconDescription_ = std::move(description);
     tell(QStringLiteral("NewIcon"));
 }
 
 void StatusNotifierItem::setTitle(std::string_view title) {
-    QString text = menuText(title);
+    QString text = menuText(title, longestName);
     if (std::exchange(title_, text) != text) tell(QStringLiteral("NewTitle"));
 }
 
@@ -80,7 +83,7 @@ QVariantMap StatusNotifierItem::properties() const {
         {QStringLiteral("Status"), QStringLiteral("Active")},
         {QStringLiteral("WindowId"), 0},
         {QStringLiteral("IconThemePath"), iconFolder_},
-        {QStringLiteral("IconName"), iconName_},
+        {QStringLiteral("IconName"), iconName_.isEmpty() ? QString(iconForTitle) : iconName_},
         {QStringLiteral("IconPixmap"), QVariant::fromValue(pixmaps_)},
         {QStringLiteral("IconAccessibleDesc"), iconDescription_},
         {QStringLiteral("OverlayIconName"), QString()},

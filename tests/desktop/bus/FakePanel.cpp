@@ -99,6 +99,23 @@ ReceivedMenu FakePanel::layout(int parent, int depth, const QStringList& names) 
     return menu;
 }
 
+std::vector<ReceivedLine> FakePanel::lines(const QList<int>& ids) {
+    const QDBusMessage reply = askMenu(QStringLiteral("GetGroupProperties"), {QVariant::fromValue(ids), QStringList()});
+    std::vector<ReceivedLine> lines;
+    if (reply.signature() != QStringLiteral("a(ia{sv})")) return lines;
+    const auto argument = reply.arguments()[0].value<QDBusArgument>();
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        ReceivedLine line;
+        argument.beginStructure();
+        argument >> line.id >> line.properties;
+        argument.endStructure();
+        lines.push_back(std::move(line));
+    }
+    argument.endArray();
+    return lines;
+}
+
 ReceivedMenu FakePanel::open() {
     const QDBusMessage reply = askMenu(QStringLiteral("AboutToShow"), {0});
     if (reply.arguments() != QVariantList{true}) return {};
@@ -129,6 +146,10 @@ QDBusMessage FakePanel::events(const std::vector<std::pair<int, QString>>& event
 bool FakePanel::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
     if (message.member() != QStringLiteral("RegisterStatusNotifierItem") || message.arguments().size() != 1)
         return false;
+    if (refusals_ > 0) {
+        --refusals_;
+        return false;
+    }
     registered_.append(message.arguments()[0].toString());
     connection.send(message.createReply());
     return true;

@@ -62,6 +62,9 @@ public:
     /// Waits for another item than these many; its name.
     [[nodiscard]] QString waitForItem(qsizetype before = 0);
 
+    /// Refuses that many registrations from now on, as one that is not ready yet.
+    void refuseRegistrations(int count) { refusals_ = count; }
+
     /// Asks the last item or its menu, and waits; the reply or an error.
     [[nodiscard]] QDBusMessage askItem(const QString& member, const QVariantList& arguments = {});
     [[nodiscard]] QDBusMessage askMenu(const QString& member, const QVariantList& arguments = {});
@@ -71,6 +74,8 @@ public:
     [[nodiscard]] QVariantMap menuProperties();
 
     [[nodiscard]] ReceivedMenu layout(int parent = 0, int depth = -1, const QStringList& names = {});
+    /// The lines with these numbers, or all.
+    [[nodiscard]] std::vector<ReceivedLine> lines(const QList<int>& ids);
     /// Opens the menu as panels on Qt do, or as those on GTK do.
     [[nodiscard]] ReceivedMenu open();
     [[nodiscard]] ReceivedMenu openByGroup();
@@ -98,6 +103,7 @@ private:
     QDBusConnection bus_;
     Wait wait_;
     QStringList registered_;
+    int refusals_ = 0;
     std::vector<std::string> signals_;
 };
 

@@ -3,6 +3,7 @@
 #include "desktop/bus/BusTest.h"
 #include "desktop/bus/FakePanel.h"
 #include "platform/linux/LinuxStatusBar.h"
+#include "platform/linux/StatusIcons.h"
 
 #include <gmock/gmock.h>
 
@@ -74,7 +75,7 @@ protected:
     QDBusConnection ownBus_ = connectToBus();
 
 private:
-    LinuxStatusBar bar_{ownBus_, runLoop};
+    LinuxStatusBar bar_{ownBus_, runLoop, statusIconFolder()};
     std::unique_ptr<FakePanel> panel_;
     std::unique_ptr<StatusItem> item_;
     std::vector<MenuItem> lines_;

@@ -1,4 +1,5 @@
 #include "desktop/bus/StatusItemFixture.h"
+#include "platform/linux/StatusNotifierItem.h"
 #include "platform/linux/support/RedirectedStandardError.h"
 
 #include <unistd.h>
@@ -57,6 +58,31 @@ TEST_F(StatusItemTest, APanelThatComesBackLearnsOfItAgain) {
     EXPECT_EQ(panel().waitForItem(), name);
 }
 
+TEST_F(StatusItemTest, APanelThatIsNotReadyYetIsToldAgain) {
+    startPanel();
+    panel().refuseRegistrations(2);
+
+    makeItem();
+
+    EXPECT_NE(panel().waitForItem(), QString());
+}
+
+TEST_F(StatusItemTest, WhereSomebodyElseHasTheNameTheConnectionsOwnOneServes) {
+    startPanel();
+    makeItem();
+    const QString name = panel().waitForItem();
+    const auto dash = name.lastIndexOf(u'-') + 1;
+    const QString next = name.first(dash) + QString::number(name.sliced(dash).toInt() + 1);
+    QDBusConnection other = connectToBus();
+    ASSERT_TRUE(other.registerService(next));
+    endItem();
+
+    makeItem();
+
+    EXPECT_EQ(panel().waitForItem(1), ownBus_.baseService());
+    EXPECT_EQ(text(panel().itemProperties(), "Id"), "velmorand");
+}
+
 TEST_F(StatusItemTest, AnItemThatFollowsAnotherHasANameOfItsOwn) {
     show({});
     const QString first = panel().registered().last();
@@ -85,10 +111,46 @@ TEST_F(StatusItemTest, TellsWhatItIs) {
         << text(properties, "IconThemePath");
     EXPECT_EQ(properties.value(QStringLiteral("ItemIsMenu")), QVariant(true));
     EXPECT_EQ(properties.value(QStringLiteral("Menu")).value<QDBusObjectPath>().path(), QStringLiteral("/MenuBar"));
+    const auto toolTip = qdbus_cast<BusToolTip>(properties.value(QStringLiteral("ToolTip")));
+    EXPECT_EQ(toolTip.title.toStdString(), "Fish &\u2060 Chips");
+    EXPECT_EQ(toolTip.text.toStdString(), "");
     EXPECT_EQ(properties.value(QStringLiteral("ToolTip")).value<QDBusArgument>().currentSignature(),
               QStringLiteral("(sa(iiay)ss)"));
-    EXPECT_EQ(properties.value(QStringLiteral("IconPixmap")).value<QDBusArgument>().currentSignature(),
-              QStringLiteral("a(iiay)"));
+}
+
+TEST_F(StatusItemTest, PanelsThatDoNotReadItsFolderGetThePicturesThemselves) {
+    show({});
+    for (const auto& [kind, name] : {std::pair{StatusImageKind::resource, "MenuBarTemplate"},
+                                     std::pair{StatusImageKind::symbol, "rectangle.3.group"},
+                                     std::pair{StatusImageKind::symbol, "exclamationmark.triangle"}}) {
+        item().setImage(image(kind, name));
+
+        const QVariant sent = panel().itemProperties().value(QStringLiteral("IconPixmap"));
+        ASSERT_EQ(sent.value<QDBusArgument>().currentSignature(), QStringLiteral("a(iiay)"));
+        const auto pixmaps = qdbus_cast<QList<BusPixmap>>(sent);
+
+        std::vector<int> widths;
+        for (const BusPixmap& pixmap : pixmaps) {
+            widths.push_back(pixmap.width);
+            EXPECT_EQ(pixmap.height, pixmap.width) << name;
+            ASSERT_EQ(pixmap.pixels.size(), 4 * pixmap.width * pixmap.height) << name;
+            EXPECT_EQ(pixmap.pixels.first(4), QByteArray(4, '\0')) << name << ": the corner is transparent";
+            EXPECT_TRUE(pixmap.pixels.contains('\xff')) << name << ": something is seen";
+        }
+        EXPECT_THAT(widths, ElementsAre(16, 22, 24, 32, 48)) << name;
+    }
+}
+
+TEST_F(StatusItemTest, WithoutItsIconsThereAreNoImagesAndTheTitleHasAnIconOfTheTheme) {
+    show({});
+    const LinuxStatusBar bare(ownBus_, runLoop, QString::fromStdString(folder().string()));
+    EXPECT_EQ(bare.image(StatusImageKind::resource, "MenuBarTemplate", ""), std::nullopt);
+    EXPECT_EQ(LinuxStatusBar(ownBus_, runLoop, {}).image(StatusImageKind::resource, "MenuBarTemplate", ""),
+              std::nullopt);
+
+    item().setTitle("Velmorand");
+
+    EXPECT_EQ(text(panel().itemProperties(), "IconName"), "preferences-system");
 }
 
 TEST_F(StatusItemTest, WithoutATitleOfItsOwnItHasTheProgramsName) {
@@ -111,6 +173,11 @@ TEST_F(StatusItemTest, TellsChangesAndOnlyThose) {
 
     EXPECT_TRUE(signalsBecome({"NewIcon"}));
     EXPECT_EQ(text(panel().itemProperties(), "IconName"), "app.velmorand.Velmorand.warning-symbolic");
+    StatusImage secondWarning = image(StatusImageKind::symbol, "exclamationmark.triangle");
+    secondWarning.description = "Another";
+    item().setImage(secondWarning);
+    EXPECT_TRUE(signalsBecome({"NewIcon", "NewIcon"}));
+    EXPECT_EQ(text(panel().itemProperties(), "IconAccessibleDesc"), "Another");
     item().setImage(image(StatusImageKind::symbol, "rectangle.3.group"));
     EXPECT_EQ(text(panel().itemProperties(), "IconName"), "app.velmorand.Velmorand.windows-symbolic");
 }
@@ -147,7 +214,7 @@ TEST_F(StatusItemTest, DescribesItselfToWhoeverLooksAtTheBus) {
 
 TEST_F(StatusItemTest, WithoutABusNothingHappensAndNothingIsWritten) {
     const RedirectedStandardError errors;
-    LinuxStatusBar bar(QDBusConnection(QStringLiteral("none")), runLoop);
+    LinuxStatusBar bar(QDBusConnection(QStringLiteral("none")), runLoop, statusIconFolder());
     const auto item = bar.makeStatusItem();
     item->setImage(image(StatusImageKind::resource, "MenuBarTemplate"));
     item->setTitle("title");

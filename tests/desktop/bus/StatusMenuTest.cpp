@@ -248,9 +248,10 @@ TEST_F(StatusMenuTest, OnlyWhatIsAskedForIsTold) {
     EXPECT_EQ(usual.arguments().at(0).value<QDBusVariant>().variant(), QVariant(true));
     EXPECT_EQ(panel().askMenu(QStringLiteral("GetProperty"), {enabled.lines[0].id, QStringLiteral("colour")}).type(),
               QDBusMessage::ErrorMessage);
-    const QDBusMessage group = panel().askMenu(QStringLiteral("GetGroupProperties"),
-                                               {QVariant::fromValue(QList<int>{enabled.lines[1].id}), QStringList()});
-    EXPECT_EQ(group.signature(), QStringLiteral("a(ia{sv})"));
+
+    EXPECT_THAT(panel().lines({enabled.lines[1].id}), SizeIs(1));
+    EXPECT_THAT(panel().lines({}), SizeIs(3)) << "the menu and its two lines";
+    EXPECT_THAT(panel().lines({77}), IsEmpty());
 }
 
 TEST_F(StatusMenuTest, TheItemMayGoWhileItsMenuOpensOrWhenALineIsChosen) {
@@ -265,13 +266,9 @@ TEST_F(StatusMenuTest, TheItemMayGoWhileItsMenuOpensOrWhenALineIsChosen) {
                        .didClose = {},
                        .chosen = {}});
     ASSERT_NE(panel().waitForItem(), QString());
-    // Nobody answers; the call ends with the name.
-    QDBusMessage question =
-        QDBusMessage::createMethodCall(panel().registered().last(), QStringLiteral("/MenuBar"),
-                                       QStringLiteral("com.canonical.dbusmenu"), QStringLiteral("AboutToShow"));
-    question.setArguments({0});
-    panel().bus().send(question);
-    ASSERT_TRUE(runUntil([&] { return hasGone; }));
+    EXPECT_EQ(panel().askMenu(QStringLiteral("AboutToShow"), {0}).errorName(),
+              QStringLiteral("org.freedesktop.DBus.Error.UnknownObject"));
+    ASSERT_TRUE(hasGone);
 
     makeItem();
     bool isChosen = false;
@@ -289,13 +286,61 @@ TEST_F(StatusMenuTest, TheItemMayGoWhileItsMenuOpensOrWhenALineIsChosen) {
 }
 
 TEST_F(StatusMenuTest, NothingIsToldOnceTheItemHasGone) {
+    std::vector<std::string> seen;
+    startPanel();
+    makeItem();
+    item().attachMenu({.needsUpdate = [this] { item().setMenuItems({left}); },
+                       .didClose =
+                           [&] {
+                               seen.emplace_back("closed");
+                               endItem();
+                           },
+                       .chosen = [&](const MenuItem&) { seen.emplace_back("chosen"); }});
+    ASSERT_NE(panel().waitForItem(), QString());
+    const int id = idOf(panel().open(), "Left");
+
+    const QDBusMessage reply = panel().events({{id, clicked}, {0, QStringLiteral("opened")}, {id, clicked}});
+
+    EXPECT_EQ(reply.type(), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(runUntil([&] { return !seen.empty(); }));
+    runPosted();
+    EXPECT_THAT(seen, ElementsAre("closed"));
+}
+
+TEST_F(StatusMenuTest, EventsOfAGroupAreToldInTheirOrder) {
     show({left});
-    const ReceivedMenu menu = panel().open();
-    EXPECT_TRUE(panel().event(idOf(menu, "Left"), clicked));
-    endItem();
+    const int id = idOf(panel().open(), "Left");
     forgetTold();
 
-    EXPECT_THAT(told(), IsEmpty());
+    static_cast<void>(panel().events({{id, clicked}, {0, QStringLiteral("opened")}, {0, QStringLiteral("closed")}}));
+
+    EXPECT_THAT(told(), ElementsAre("closed", "chosen move left", "needs update", "closed"));
+}
+
+TEST_F(StatusMenuTest, AQuestionOfLongAgoDoesNotAnnounceAnOpening) {
+    show({left});
+    EXPECT_EQ(panel().askMenu(QStringLiteral("AboutToShow"), {0}).arguments(), QVariantList{true});
+    bool passed = false;
+    const RunLoop::Timer timer = runLoop.after(std::chrono::milliseconds(2100), [&] { passed = true; });
+    ASSERT_TRUE(runUntil([&] { return passed; }));
+    setLinesOfNextOpening({quit});
+
+    EXPECT_TRUE(panel().event(0, QStringLiteral("opened")));
+
+    EXPECT_THAT(labels(panel().layout()), ElementsAre("Quit"));
+}
+
+TEST_F(StatusMenuTest, QuestionsOfAnotherShapeAreRefused) {
+    show({left});
+    static_cast<void>(panel().open());
+
+    for (const auto& [member, arguments] :
+         {std::pair{"GetLayout", QVariantList{0}}, std::pair{"Event", QVariantList{QStringLiteral("0")}},
+          std::pair{"GetGroupProperties", QVariantList{0, 0}}, std::pair{"Nonsense", QVariantList{}}}) {
+        EXPECT_EQ(panel().askMenu(QString::fromLatin1(member), arguments).errorName(),
+                  QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"))
+            << member;
+    }
 }
 
 }  // namespace

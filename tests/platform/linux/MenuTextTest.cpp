@@ -27,29 +27,40 @@ TEST(MenuTextTest, IsOneLineThatSaysNothingElse) {
         TextCase{"overrides", "a\u202Egpj.\u202C\u2066x\u2069y", QStringLiteral("agpj.xy")},
         TextCase{"right to left", "שלום", QStringLiteral(u"שלום")},
     };
-    for (const TextCase& row : cases) EXPECT_EQ(menuText(row.utf8), row.expected) << row.name;
+    for (const TextCase& row : cases) EXPECT_EQ(menuText(row.utf8, longestName), row.expected) << row.name;
 }
 
 TEST(MenuTextTest, IsCutBetweenCharactersWithAnEllipsis) {
-    EXPECT_EQ(menuText(std::string(100, 'a')), QString(100, u'a'));
-    EXPECT_EQ(menuText(std::string(101, 'a')), QString(99, u'a') + QChar(0x2026));
-    EXPECT_EQ(menuText(std::string(1000, 'a')), QString(99, u'a') + QChar(0x2026));
+    EXPECT_EQ(menuText(std::string(100, 'a'), longestName), QString(100, u'a'));
+    EXPECT_EQ(menuText(std::string(101, 'a'), longestName), QString(99, u'a') + QChar(0x2026));
+    EXPECT_EQ(menuText(std::string(1000, 'a'), longestName), QString(99, u'a') + QChar(0x2026));
 
     std::string families;
     QString wanted;
     for (int count = 0; count < 60; ++count) families += "👨‍👩‍👧‍👦";
-    const QString cut = menuText(families);
-    EXPECT_LE(cut.size(), 4 * longestMenuText + 1);
+    const QString cut = menuText(families, longestName);
+    EXPECT_LE(cut.size(), 4 * longestName + 1);
     EXPECT_TRUE(cut.endsWith(QChar(0x2026)));
     EXPECT_FALSE(cut.contains(QChar::ReplacementCharacter));
 
     std::string marks = "a";
     for (int count = 0; count < 10000; ++count) marks += "\u0301";
-    EXPECT_LE(menuText(marks).size(), 4 * longestMenuText + 1);
+    EXPECT_LE(menuText(marks, longestName).size(), 4 * longestName + 1);
 }
 
 TEST(MenuTextTest, ALabelHasItsUnderscoresTwice) {
-    EXPECT_EQ(menuLabel("snake_case & co_"), QStringLiteral("snake__case & co__"));
+    EXPECT_EQ(menuLabel({.title = "snake_case & co_"}), QStringLiteral("snake__case & co__"));
+}
+
+TEST(MenuTextTest, SentencesOfTheProgramAreToldWhole) {
+    const std::string longest =
+        "Could not register Restore Previous Frame (Control + Option + Shift + Command + Right Arrow). Another app may "
+        "already be using it.";
+    EXPECT_EQ(menuLabel({.title = longest}).toStdString(), longest);
+    EXPECT_EQ(toolTipText(longest).toStdString(), longest);
+    const std::string name(150, 'a');
+    EXPECT_EQ(menuLabel({.title = name}).size(), 150);
+    EXPECT_EQ(menuLabel({.title = name, .action = "ignore"}).size(), 100);
 }
 
 TEST(MenuTextTest, AToolTipDoesNotLookLikeMarkup) {
