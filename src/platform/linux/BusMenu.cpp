@@ -79,7 +79,10 @@ void BusMenu::getLayout(const QDBusMessage& message) {
     const QVariantList arguments = message.arguments();
     const int id = arguments[0].toInt();
     const QDBusConnection bus = this->bus();
-    if (revision_ == 1 && id == StatusMenuLayout::menuId && !open()) return sayGone(bus, message);
+    if (revision_ == 1 && id == StatusMenuLayout::menuId && !open()) {
+        sayGone(bus, message);
+        return;
+    }
     if (!layout_.contains(id)) {
         refuse(message, noSuchLine);
         return;
@@ -159,7 +162,10 @@ void BusMenu::aboutToShow(const QDBusMessage& message) {
         return;
     }
     const QDBusConnection bus = this->bus();
-    if (!open()) return sayGone(bus, message);
+    if (!open()) {
+        sayGone(bus, message);
+        return;
+    }
     announced_ = runLoop().now();
     answer(message, {true});
 }
@@ -173,7 +179,10 @@ void BusMenu::aboutToShowGroup(const QDBusMessage& message) {
     }
     if (ids.contains(StatusMenuLayout::menuId)) {
         const QDBusConnection bus = this->bus();
-        if (!open()) return sayGone(bus, message);
+        if (!open()) {
+            sayGone(bus, message);
+            return;
+        }
         announced_ = runLoop().now();
         changed.append(StatusMenuLayout::menuId);
         tell(layoutUpdated, {revision_, StatusMenuLayout::menuId});
