@@ -54,6 +54,7 @@ desktop | python3-gi | test windows of a toolkit
 desktop | gir1.2-gtk-3.0 | test windows of a toolkit
 desktop | gir1.2-gtk-4.0 | test windows of its next generation
 desktop | dbus-daemon | a private session bus for each test desktop
+desktop | at-spi2-core | the bus of assistive technology
 desktop | dunst | a server for notifications
 desktop | fonts-dejavu-core | text in the test windows
 check | clang-format-19 | format check
