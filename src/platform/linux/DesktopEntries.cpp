@@ -1,6 +1,7 @@
 #include "platform/linux/DesktopEntries.h"
 
 #include "base/UnicodeText.h"
+#include "platform/linux/BaseFolders.h"
 #include "platform/linux/RegularFile.h"
 
 #include <algorithm>
@@ -18,12 +19,6 @@ constexpr std::string_view suffix = ".desktop";
 std::string environmentOr(const char* name, std::string fallback) {
     const char* value = std::getenv(name);
     return value == nullptr || *value == '\0' ? std::move(fallback) : value;
-}
-
-std::vector<std::string> split(std::string_view text, char separator) {
-    std::vector<std::string> parts;
-    for (const auto part : std::views::split(text, separator)) parts.emplace_back(part.begin(), part.end());
-    return parts;
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -103,12 +98,7 @@ DesktopEntries::DesktopEntries(std::vector<fs::path> folders, std::vector<std::s
     : folders_(std::move(folders)), locales_(std::move(locales)) {}
 
 DesktopEntries DesktopEntries::ofSession() {
-    const std::string home = environmentOr("HOME", "/");
-    std::vector<fs::path> folders{environmentOr("XDG_DATA_HOME", home + "/.local/share")};
-    for (std::string& folder : split(environmentOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':'))
-        folders.emplace_back(std::move(folder));
-    std::erase_if(folders, [](const fs::path& folder) { return folder.is_relative(); });
-    return {std::move(folders), sessionLocales()};
+    return {dataFolders(), sessionLocales()};
 }
 
 bool DesktopEntries::isCurrent() const {

@@ -20,8 +20,4 @@ private:
     std::filesystem::path folder_;
 };
 
-/// Where the XDG base-directory specification keeps the settings of a program of this name: below `XDG_CONFIG_HOME`
-/// when that is an absolute path, else below `.config` in the user's home folder.
-[[nodiscard]] std::filesystem::path configurationFolder(std::string_view program);
-
 }  // namespace velmorand

@@ -1,6 +1,7 @@
 #include "platform/LocalNotificationCenter.h"
 #include "platform/Platform.h"
 #include "platform/linux/AccessibilitySettings.h"
+#include "platform/linux/BaseFolders.h"
 #include "platform/linux/BusSessionLock.h"
 #include "platform/linux/DesktopEnvironment.h"
 #include "platform/linux/DesktopNotifications.h"

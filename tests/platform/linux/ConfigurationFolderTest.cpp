@@ -1,4 +1,4 @@
-#include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/BaseFolders.h"
 #include "platform/linux/support/ScopedEnvironment.h"
 
 #include <gtest/gtest.h>
