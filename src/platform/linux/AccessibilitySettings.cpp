@@ -1,7 +1,5 @@
 #include "platform/linux/AccessibilitySettings.h"
 
-#include "platform/linux/DetachedProcess.h"
-
 #include <array>
 #include <utility>
 
@@ -18,15 +16,6 @@ constexpr std::array<SettingsCommand, 1> xfce{{{"xfce4-accessibility-settings", 
 constexpr std::array<SettingsCommand, 1> mate{{{"mate-at-properties", ""}}};
 constexpr std::array<SettingsCommand, 1> cinnamon{{{"cinnamon-settings", "universal-access"}}};
 
-std::string programNames(std::span<const SettingsCommand> commands) {
-    std::string names;
-    for (const SettingsCommand& command : commands) {
-        if (!names.empty()) names += ", ";
-        names += command.program;
-    }
-    return names;
-}
-
 }  // namespace
 
 std::span<const SettingsCommand> accessibilitySettingsCommands(DesktopEnvironment desktop) {
@@ -36,29 +25,9 @@ std::span<const SettingsCommand> accessibilitySettingsCommands(DesktopEnvironmen
         case DesktopEnvironment::xfce: return xfce;
         case DesktopEnvironment::mate: return mate;
         case DesktopEnvironment::cinnamon: return cinnamon;
+        case DesktopEnvironment::lxqt: return {};
     }
     std::unreachable();
-}
-
-void AccessibilitySettings::open() const {
-    const std::string names = currentDesktopNames();
-    const auto desktop = desktopEnvironmentNamedIn(names);
-    if (!desktop) {
-        logger_.info("No accessibility settings to open: XDG_CURRENT_DESKTOP is \"{}\", which names none of {}.", names,
-                     knownDesktopEnvironments());
-        return;
-    }
-    const auto commands = accessibilitySettingsCommands(*desktop);
-    for (const SettingsCommand& command : commands) {
-        const auto program = findProgram(std::string(command.program));
-        if (!program) continue;
-        std::vector<std::string> arguments;
-        if (!command.page.empty()) arguments.emplace_back(command.page);
-        const auto started = startDetached(*program, arguments);
-        if (!started) logger_.error("Cannot start {}: {}", program->native(), started.error().message());
-        return;
-    }
-    logger_.error("Cannot open the accessibility settings: not found in PATH: {}", programNames(commands));
 }
 
 }  // namespace velmorand

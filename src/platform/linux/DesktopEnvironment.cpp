@@ -8,34 +8,25 @@
 namespace velmorand {
 namespace {
 
-struct Row {
-    std::string_view name;
-    DesktopEnvironment desktop;
-};
-
-constexpr auto rows = std::to_array<Row>({{"GNOME", DesktopEnvironment::gnome},
-                                          {"KDE", DesktopEnvironment::kde},
-                                          {"XFCE", DesktopEnvironment::xfce},
-                                          {"MATE", DesktopEnvironment::mate},
-                                          {"X-Cinnamon", DesktopEnvironment::cinnamon}});
+constexpr auto rows = std::to_array<NamedDesktopEnvironment>({{"GNOME", DesktopEnvironment::gnome},
+                                                              {"KDE", DesktopEnvironment::kde},
+                                                              {"XFCE", DesktopEnvironment::xfce},
+                                                              {"MATE", DesktopEnvironment::mate},
+                                                              {"X-Cinnamon", DesktopEnvironment::cinnamon},
+                                                              {"LXQt", DesktopEnvironment::lxqt}});
 
 }  // namespace
 
+std::span<const NamedDesktopEnvironment> desktopEnvironments() {
+    return rows;
+}
+
 std::optional<DesktopEnvironment> desktopEnvironmentNamedIn(std::string_view names) {
     for (const auto part : std::views::split(names, ':')) {
-        const auto* const row = std::ranges::find(rows, std::string_view(part), &Row::name);
+        const auto* const row = std::ranges::find(rows, std::string_view(part), &NamedDesktopEnvironment::name);
         if (row != rows.end()) return row->desktop;
     }
     return std::nullopt;
-}
-
-std::string knownDesktopEnvironments() {
-    std::string names;
-    for (const Row& row : rows) {
-        if (!names.empty()) names += ", ";
-        names += row.name;
-    }
-    return names;
 }
 
 std::string currentDesktopNames() {

@@ -1,20 +1,11 @@
 #include "platform/linux/AccessibilitySettings.h"
 
-#include "platform/linux/DetachedProcess.h"
-#include "platform/linux/support/ScopedEnvironment.h"
-#include "platform/linux/support/ScratchFolder.h"
-#include "platform/simulated/SimulatedLog.h"
+#include "platform/linux/support/SettingsPageFixture.h"
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <unistd.h>
 
-#include <array>
 #include <csignal>
-#include <filesystem>
-#include <ostream>
 #include <string>
 
 namespace velmorand {
@@ -26,63 +17,12 @@ using testing::Field;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-namespace fs = std::filesystem;
-
-struct CommandRow {
-    std::string desktop;
-    std::string program;
-    std::string arguments;
-
-    friend void PrintTo(const CommandRow& row, std::ostream* out) { *out << row.program; }
-};
-
-/// Programs in a folder that is all of PATH; each tells through a pipe that it was started, and how.
-class AccessibilitySettingsTest : public testing::TestWithParam<CommandRow> {
+class AccessibilitySettingsTest : public SettingsPageFixture, public testing::WithParamInterface<SettingsPageRow> {
 protected:
-    AccessibilitySettingsTest() { folder_.makePipe("told"); }
-    ~AccessibilitySettingsTest() override { close(pipe_); }
-
-    AccessibilitySettingsTest(const AccessibilitySettingsTest&) = delete;
-    AccessibilitySettingsTest& operator=(const AccessibilitySettingsTest&) = delete;
-
-    void SetUp() override {
-        pipe_ = ::open((folder_.path() / "told").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-        ASSERT_GE(pipe_, 0);
-    }
-
-    /// A program of the shell's own commands alone, as there is no other in PATH.
-    void install(const std::string& name, const std::string& command = R"(printf '%s|' "${0##*/}" "$@")") {
-        write("bin/" + name, "#!/bin/sh\n{ " + command + "; } >" + (folder_.path() / "told").native() + "\n");
-    }
-    void write(const std::string& name, const std::string& text) {
-        folder_.write(name, text);
-        fs::permissions(folder_.path() / name, fs::perms::owner_all);
-    }
-
-    /// What the program told before it ended; empty when none was started.
-    std::string told() {
-        std::string text;
-        for (;;) {
-            pollfd waiting{.fd = pipe_, .events = POLLIN, .revents = 0};
-            if (poll(&waiting, 1, 15'000) <= 0) return text;
-            std::array<char, 256> buffer{};
-            const ssize_t count = read(pipe_, buffer.data(), buffer.size());
-            if (count <= 0) return text;
-            text.append(buffer.data(), static_cast<std::size_t>(count));
-        }
-    }
-
     void openOn(const std::string& desktop) {
-        const ScopedEnvironment names("XDG_CURRENT_DESKTOP", desktop);
-        const ScopedEnvironment path("PATH", (folder_.path() / "bin").native());
+        const Desktop running(*this, desktop);
         AccessibilitySettings(log).open();
     }
-
-    ScratchFolder folder_;
-    SimulatedLog log;
-
-private:
-    int pipe_ = -1;
 };
 
 TEST_P(AccessibilitySettingsTest, AreOpenedByTheDesktopsProgram) {
@@ -95,14 +35,14 @@ TEST_P(AccessibilitySettingsTest, AreOpenedByTheDesktopsProgram) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, AccessibilitySettingsTest,
-                         testing::Values(CommandRow{"ubuntu:GNOME", "gnome-control-center", "universal-access|"},
-                                         CommandRow{"KDE", "systemsettings", "kcm_access|"},
-                                         CommandRow{"KDE", "systemsettings5", "kcm_access|"},
-                                         CommandRow{"KDE", "kcmshell6", "kcm_access|"},
-                                         CommandRow{"KDE", "kcmshell5", "kcm_access|"},
-                                         CommandRow{"XFCE", "xfce4-accessibility-settings", ""},
-                                         CommandRow{"MATE", "mate-at-properties", ""},
-                                         CommandRow{"X-Cinnamon", "cinnamon-settings", "universal-access|"}));
+                         testing::Values(SettingsPageRow{"ubuntu:GNOME", "gnome-control-center", "universal-access|"},
+                                         SettingsPageRow{"KDE", "systemsettings", "kcm_access|"},
+                                         SettingsPageRow{"KDE", "systemsettings5", "kcm_access|"},
+                                         SettingsPageRow{"KDE", "kcmshell6", "kcm_access|"},
+                                         SettingsPageRow{"KDE", "kcmshell5", "kcm_access|"},
+                                         SettingsPageRow{"XFCE", "xfce4-accessibility-settings", ""},
+                                         SettingsPageRow{"MATE", "mate-at-properties", ""},
+                                         SettingsPageRow{"X-Cinnamon", "cinnamon-settings", "universal-access|"}));
 
 class AccessibilitySettingsTroubleTest : public AccessibilitySettingsTest {};
 
@@ -143,6 +83,12 @@ TEST_F(AccessibilitySettingsTroubleTest, ADesktopWithoutAPageLeavesALineThatName
                                   Field(&LogLine::text, "No accessibility settings to open: XDG_CURRENT_DESKTOP is "
                                                         "\"sway:wlroots\", which names none of GNOME, KDE, XFCE, "
                                                         "MATE, X-Cinnamon."))));
+}
+
+TEST_F(AccessibilitySettingsTroubleTest, AKnownDesktopWithoutAPageLeavesThatLineToo) {
+    openOn("LXQt");
+
+    EXPECT_THAT(log.lines(), ElementsAre(Field(&LogLine::text, HasSubstr("XDG_CURRENT_DESKTOP is \"LXQt\", which"))));
 }
 
 TEST_F(AccessibilitySettingsTroubleTest, AMissingProgramLeavesALineThatNamesWhatWasLookedFor) {
