@@ -2,6 +2,7 @@
 
 #include "base/UnicodeText.h"
 #include "platform/linux/BaseFolders.h"
+#include "platform/linux/DesktopEntryText.h"
 #include "platform/linux/RegularFile.h"
 
 #include <algorithm>
@@ -21,21 +22,14 @@ std::string environmentOr(const char* name, std::string fallback) {
     return value == nullptr || *value == '\0' ? std::move(fallback) : value;
 }
 
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
 std::string_view lastPart(std::string_view text, char separator) {
     return text.substr(text.rfind(separator) + 1);  // npos + 1 is 0
 }
 
-/// The program of a command line, whose first word may be quoted; absent when that word names none.
-std::optional<std::string> executableOf(std::string_view command) {
-    const bool quoted = command.starts_with('"');
-    if (quoted) command.remove_prefix(1);
-    const std::string_view name = lastPart(command.substr(0, command.find(quoted ? '"' : ' ')), '/');
+/// The last part of the path of the program that is started.
+std::optional<std::string> executableOf(std::string_view exec) {
+    const std::string program = programOfExecValue(exec).value_or("");
+    const std::string_view name = lastPart(program, '/');
     return name.empty() ? std::nullopt : std::optional(std::string(name));
 }
 
@@ -46,24 +40,6 @@ std::vector<std::string> sessionLocales() {
     if (locale == "C" || locale == "POSIX") return {};
     const std::string language = locale.substr(0, locale.find('_'));
     return language == locale ? std::vector{locale} : std::vector{locale, language};
-}
-
-/// The values of the entry's main group; a repeated key keeps its first value.
-std::map<std::string, std::string, std::less<>> mainGroup(std::string_view text) {
-    std::map<std::string, std::string, std::less<>> values;
-    bool inMainGroup = false;
-    for (const auto part : std::views::split(text, '\n')) {
-        const std::string_view line = trimmed({part.begin(), part.end()});
-        if (line.empty() || line.starts_with('#')) continue;
-        if (line.starts_with('[')) {
-            inMainGroup = line == "[Desktop Entry]";
-            continue;
-        }
-        const auto equals = line.find('=');
-        if (!inMainGroup || equals == std::string_view::npos) continue;
-        values.emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
-    }
-    return values;
 }
 
 /// When the folder last changed; the clock's beginning for one that is not there.
@@ -77,11 +53,8 @@ fs::file_time_type timeOf(const fs::path& folder) {
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string id, std::string_view text,
                                               const std::vector<std::string>& locales) {
-    const auto values = mainGroup(text);
-    const auto value = [&](const std::string& key) -> std::optional<std::string> {
-        const auto found = values.find(key);
-        return found == values.end() || found->second.empty() ? std::nullopt : std::optional(found->second);
-    };
+    const DesktopEntryValues values = desktopEntryValues(text);
+    const auto value = [&](std::string_view key) { return desktopEntryValue(values, key); };
     if (value("Type") != "Application" || value("Hidden") == "true") return std::nullopt;
 
     DesktopEntry entry{std::move(id), value("Name"), value("StartupWMClass"), value("Exec").and_then(executableOf)};

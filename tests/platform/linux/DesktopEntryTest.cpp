@@ -134,6 +134,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(ExecutableRow{"Bare", "editor", "editor"}, ExecutableRow{"WithArguments", "editor %U -x", "editor"},
                     ExecutableRow{"Path", "/opt/editor/bin/editor %U", "editor"},
                     ExecutableRow{"Quoted", "\"/opt/The Editor/the editor\" %U", "the editor"},
+                    ExecutableRow{"QuotedWithEscapes", R"("/opt/a\\"b/the \\$editor%%" %U)", "the $editor%"},
                     ExecutableRow{"QuotedBareName", "\"editor\"", "editor"},
                     ExecutableRow{"QuoteWithoutEnd", "\"/opt/The Editor/editor", "editor"},
                     ExecutableRow{"PathWithSlashInItsArgument", "editor --folder=/usr/share", "editor"},

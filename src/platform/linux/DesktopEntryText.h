@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmorand {
+
+/// Values of a desktop entry by their keys, as they are written: still escaped.
+using DesktopEntryValues = std::map<std::string, std::string, std::less<>>;
+
+/// The values of the entry's main group; a repeated key keeps its first value. Empty when there is no such group.
+[[nodiscard]] DesktopEntryValues desktopEntryValues(std::string_view text);
+
+/// The value of this key; absent when it is empty, too.
+[[nodiscard]] std::optional<std::string> desktopEntryValue(const DesktopEntryValues& values, std::string_view key);
+
+/// The text that a value of a desktop entry stands for. A backslash before a character that it gives no meaning stays.
+[[nodiscard]] std::string unescapedValue(std::string_view value);
+
+/// The value of "Exec" that starts the program at this absolute path, without arguments. Absent when a desktop entry
+/// cannot name it: what is not UTF-8 or has control characters.
+[[nodiscard]] std::optional<std::string> execValueFor(const std::filesystem::path& program);
+
+/// The program, by its path or name, that a value of "Exec" starts; absent when it names none.
+[[nodiscard]] std::optional<std::string> programOfExecValue(std::string_view value);
+
+}  // namespace velmorand
