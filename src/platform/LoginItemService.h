@@ -32,11 +32,13 @@ public:
 
     [[nodiscard]] virtual LoginItemStatus status() = 0;
 
-    /// Has this copy started at every log-in from now on; takes back that the user has switched it off. After an
-    /// error the item is as it was before.
+    /// Has this copy started at every log-in from now on; takes back that the user has switched it off. An item that is
+    /// enabled stays as it is. After an error the item is as it was before; or, where only safety from a failure of the
+    /// machine could not be had, as was wanted.
     [[nodiscard]] virtual std::expected<void, LoginItemError> registerItem() = 0;
 
-    /// Has it no longer started; an item that is not registered stays so, without an error.
+    /// Has it no longer started; an item that is not registered stays so, without an
+    /// error. What is left after an error is as above.
     [[nodiscard]] virtual std::expected<void, LoginItemError> unregisterItem() = 0;
 
     /// Opens the page of the desktop's settings that lists what is started at log-in. Where there is none, nothing

@@ -12,6 +12,7 @@ class Bundle;
 class Displays;
 class HotKeyService;
 class Log;
+class LoginItemService;
 class NotificationCenter;
 class RecorderPanelHost;
 class RunLoop;
@@ -40,6 +41,7 @@ public:
     [[nodiscard]] virtual UserNotificationCenter& userNotificationCenter() = 0;
     /// Shows the panel in which a key combination is recorded.
     [[nodiscard]] virtual RecorderPanelHost& recorderPanelHost() = 0;
+    [[nodiscard]] virtual LoginItemService& loginItemService() = 0;
     [[nodiscard]] virtual StatusBar& statusBar() = 0;
     [[nodiscard]] virtual RunLoop& runLoop() = 0;
     [[nodiscard]] virtual Application& application() = 0;

@@ -13,6 +13,7 @@
 #include "platform/linux/LinuxLog.h"
 #include "platform/linux/LinuxStatusBar.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/LoginItemSettings.h"
 #include "platform/linux/PortalSettings.h"
 #include "platform/linux/QtApplication.h"
 #include "platform/linux/QtRunLoop.h"
@@ -20,6 +21,7 @@
 #include "platform/linux/ReducedMotion.h"
 #include "platform/linux/StatusIcons.h"
 #include "platform/linux/TrustPrompt.h"
+#include "platform/linux/XdgLoginItems.h"
 #include "platform/linux/x11/ToolkitConnection.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11HotKeyService.h"
@@ -65,6 +67,7 @@ public:
     [[nodiscard]] NotificationCenter& workspaceNotificationCenter() override { return workspaceNotificationCenter_; }
     [[nodiscard]] NotificationCenter& defaultNotificationCenter() override { return defaultNotificationCenter_; }
     [[nodiscard]] UserNotificationCenter& userNotificationCenter() override { return userNotificationCenter_; }
+    [[nodiscard]] LoginItemService& loginItemService() override { return loginItemService_; }
     [[nodiscard]] StatusBar& statusBar() override { return statusBar_; }
     [[nodiscard]] RunLoop& runLoop() override { return runLoop_; }
     [[nodiscard]] Application& application() override { return application_; }
@@ -125,6 +128,8 @@ private:
     LinuxBundle bundle_;
     FileUserDefaults userDefaults_{configurationFolder("velmorand")};
     LinuxLog log_{VELMORAND_IDENTIFIER};
+    LoginItemSettings loginItemSettings_{log_};
+    XdgLoginItems loginItemService_{VELMORAND_IDENTIFIER, LoginItemPlaces::ofSession(), loginItemSettings_};
     LocalNotificationCenter workspaceNotificationCenter_;
     LocalNotificationCenter defaultNotificationCenter_;
     std::unique_ptr<X11Connection> connection_;

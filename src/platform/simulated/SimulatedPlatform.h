@@ -9,6 +9,7 @@
 #include "platform/simulated/SimulatedDisplays.h"
 #include "platform/simulated/SimulatedHotKeyService.h"
 #include "platform/simulated/SimulatedLog.h"
+#include "platform/simulated/SimulatedLoginItemService.h"
 #include "platform/simulated/SimulatedRecorderPanelHost.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedStatusBar.h"
@@ -34,6 +35,7 @@ public:
     [[nodiscard]] LocalNotificationCenter& defaultNotificationCenter() override { return defaultNotificationCenter_; }
     [[nodiscard]] SimulatedUserNotificationCenter& userNotificationCenter() override { return userNotificationCenter_; }
     [[nodiscard]] SimulatedRecorderPanelHost& recorderPanelHost() override { return recorderPanelHost_; }
+    [[nodiscard]] SimulatedLoginItemService& loginItemService() override { return loginItemService_; }
     [[nodiscard]] SimulatedStatusBar& statusBar() override { return statusBar_; }
     [[nodiscard]] SimulatedRunLoop& runLoop() override { return runLoop_; }
     [[nodiscard]] SimulatedApplication& application() override { return application_; }
@@ -65,6 +67,7 @@ private:
     LocalNotificationCenter defaultNotificationCenter_;
     SimulatedUserNotificationCenter userNotificationCenter_{runLoop_};
     SimulatedRecorderPanelHost recorderPanelHost_{runLoop_};
+    SimulatedLoginItemService loginItemService_;
     SimulatedStatusBar statusBar_;
     SimulatedApplication application_{runLoop_};
 };

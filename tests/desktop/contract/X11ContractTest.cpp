@@ -15,6 +15,7 @@ INSTANTIATE_TEST_SUITE_P(X11, BundleContract, testing::Values(x11Desktop), nameO
 INSTANTIATE_TEST_SUITE_P(X11, DisplaysContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, HotKeyServiceContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, LogContract, testing::Values(x11Desktop), nameOfDesktop);
+INSTANTIATE_TEST_SUITE_P(X11, LoginItemServiceContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, NotificationCenterContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, RecorderPanelHostContract, testing::Values(x11Desktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(X11, RunLoopContract, testing::Values(x11Desktop), nameOfDesktop);

@@ -1,5 +1,6 @@
 #include "desktop/contract/X11DesktopUnderContract.h"
 
+#include "desktop/harness/SettingsFile.h"
 #include "desktop/harness/TestWindows.h"
 #include "platform/linux/support/XSettingsBytes.h"
 
@@ -12,6 +13,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -285,6 +287,29 @@ std::vector<ContractMenuLine> X11DesktopUnderContract::statusMenu() {
 
 void X11DesktopUnderContract::chooseFromStatusMenu(std::size_t place) {
     panel_->event(openMenu_.lines.at(place).id, QStringLiteral("clicked"));
+}
+
+std::filesystem::path X11DesktopUnderContract::autostartFile() const {
+    return std::filesystem::path(desktop_->environment().at("XDG_CONFIG_HOME")) / "autostart" /
+           VELMORAND_IDENTIFIER ".desktop";
+}
+
+/// An entry of the user's that is hidden counts before one that this machine may have.
+void X11DesktopUnderContract::setInstalled(bool installed) {
+    const std::filesystem::path data = desktop_->environment().at("XDG_DATA_HOME");
+    require(writeSettingsFile(data / "applications" / VELMORAND_IDENTIFIER ".desktop",
+                              std::string("[Desktop Entry]\nType=Application\nName=Velmorand\nExec=velmorand\n") +
+                                  (installed ? "" : "Hidden=true\n")));
+}
+
+void X11DesktopUnderContract::switchOffLoginItem() {
+    std::ofstream(autostartFile(), std::ios::app) << "Hidden=true\n";
+}
+
+bool X11DesktopUnderContract::startsAtLogin() {
+    std::ifstream file(autostartFile());
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    return text.contains("\nExec=") && !text.contains("\nHidden=true\n");
 }
 
 void X11DesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {

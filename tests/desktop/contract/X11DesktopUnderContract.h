@@ -54,6 +54,10 @@ public:
     [[nodiscard]] std::vector<ContractMenuLine> statusMenu() override;
     void chooseFromStatusMenu(std::size_t place) override;
 
+    void setInstalled(bool installed) override;
+    void switchOffLoginItem() override;
+    [[nodiscard]] bool startsAtLogin() override;
+
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
     void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
@@ -86,6 +90,7 @@ private:
     [[nodiscard]] xcb_window_t idOf(ContractWindow window) const { return windows_.at(window).id; }
     [[nodiscard]] ContractWindow add(int client, std::string_view title, const Rect& frame);
     void redirectLog();
+    [[nodiscard]] std::filesystem::path autostartFile() const;
 
     std::unique_ptr<TestDesktop> desktop_;
     TestKeyboard keyboard_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/LoginItemService.h"
 #include "platform/RecorderPanelHost.h"
 #include "platform/StatusBar.h"
 #include "platform/UserNotificationCenter.h"
@@ -45,6 +46,14 @@ protected:
 };
 
 class LogContract : public DesktopContract {};
+
+/// The program is installed at the beginning of each of these tests, and its login item not registered.
+class LoginItemServiceContract : public DesktopContract {
+protected:
+    void SetUp() override { desktop->setInstalled(true); }
+
+    [[nodiscard]] LoginItemService& service() { return desktop->platform().loginItemService(); }
+};
 
 class NotificationCenterContract : public DesktopContract {};
 

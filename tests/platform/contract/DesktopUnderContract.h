@@ -145,6 +145,15 @@ public:
     /// Chooses the line at this place of the open menu, which closes it if the line can be chosen.
     virtual void chooseFromStatusMenu(std::size_t place) = 0;
 
+    // The login item
+
+    /// Installs the program for the desktop, so that the system could start it, or removes it.
+    virtual void setInstalled(bool installed) = 0;
+    /// Switches the login item, which is enabled, off in the system's settings.
+    virtual void switchOffLoginItem() = 0;
+    /// Whether the system would start the program at the next log-in.
+    [[nodiscard]] virtual bool startsAtLogin() = 0;
+
     // Displays
 
     /// Makes these the displays, without panels; the first is the primary one and starts at the origin.

@@ -16,6 +16,7 @@ INSTANTIATE_TEST_SUITE_P(Simulated, BundleContract, testing::Values(simulatedDes
 INSTANTIATE_TEST_SUITE_P(Simulated, DisplaysContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, HotKeyServiceContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, LogContract, testing::Values(simulatedDesktop), nameOfDesktop);
+INSTANTIATE_TEST_SUITE_P(Simulated, LoginItemServiceContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, NotificationCenterContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, RecorderPanelHostContract, testing::Values(simulatedDesktop), nameOfDesktop);
 INSTANTIATE_TEST_SUITE_P(Simulated, RunLoopContract, testing::Values(simulatedDesktop), nameOfDesktop);

@@ -40,6 +40,14 @@ public:
     [[nodiscard]] std::vector<ContractMenuLine> statusMenu() override;
     void chooseFromStatusMenu(std::size_t place) override { platform_.statusBar().items().back()->choose(place); }
 
+    void setInstalled(bool installed) override {
+        platform_.loginItemService().setStatus(installed ? LoginItemStatus::notRegistered : LoginItemStatus::notFound);
+    }
+    void switchOffLoginItem() override { platform_.loginItemService().setStatus(LoginItemStatus::requiresApproval); }
+    [[nodiscard]] bool startsAtLogin() override {
+        return platform_.loginItemService().status() == LoginItemStatus::enabled;
+    }
+
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
     void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
