@@ -64,6 +64,7 @@ constexpr auto pathRules = std::to_array<PathRule>({
     {"platform/macos/", Layer::macosPlatform},
     {"platform/", Layer::seam},
     {"settings/", Layer::settings},
+    {"app/LaunchAtLogin", Layer::services},
     {"app/", Layer::app},
 });
 
@@ -81,7 +82,7 @@ const LayerRule& ruleOf(Layer layer) {
          Libraries::portable,
          {base, shortcutModel}},
         {services,
-         "the stores and services (the rest of windows/, preferences/ and shortcuts/)",
+         "the stores and services (the rest of windows/, preferences/ and shortcuts/, app/LaunchAtLogin)",
          Libraries::portable,
          {base, shortcutModel, seam, values}},
         {windowManager, "windows/WindowManager", Libraries::portable, {base, shortcutModel, seam, values, services}},
