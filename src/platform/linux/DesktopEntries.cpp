@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <ranges>
 #include <system_error>
 
 namespace velmorand {
