@@ -165,6 +165,25 @@ TEST_F(XdgLoginItemsStatusTest, MakesNothing) {
     EXPECT_FALSE(fs::exists(scratch.path() / "config"));
 }
 
+TEST_F(XdgLoginItemsStatusTest, DoesNotFollowFromWhatIsBehindAnEntryThatCannotBeRead) {
+    writeSystems("second", starting());
+    fs::create_directories(places.systemFolders.front() / fileName);
+    EXPECT_EQ(items.status(), notRegistered);
+
+    fs::create_directories(scratch.path() / "nothing/applications" / fileName);
+    EXPECT_EQ(items.status(), notFound);
+}
+
+TEST_F(XdgLoginItemsStatusTest, FindsAProgramToTryWhosePathIsEscaped) {
+    writeProgram("my programs/velmorand");
+    const std::string tryExec = "TryExec=" + scratch.path().native() + "/my\\sprograms/velmorand\n";
+
+    writeInstalled("Type=Application\n" + tryExec);
+    EXPECT_EQ(items.status(), notRegistered);
+    writeUsers(starting() + tryExec);
+    EXPECT_EQ(items.status(), enabled);
+}
+
 TEST_F(XdgLoginItemsStatusTest, IsThatOfTheFileThatALinkLeadsTo) {
     scratch.write("dotfiles/entry", "[Desktop Entry]\n" + starting());
     scratch.link("config/autostart" / fs::path(fileName), "../../dotfiles/entry");

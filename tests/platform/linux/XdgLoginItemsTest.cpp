@@ -146,6 +146,17 @@ TEST_F(XdgLoginItemsTest, UnregisteringHidesAnEntryOfTheSystem) {
     EXPECT_EQ(items.status(), LoginItemStatus::notRegistered);
 }
 
+TEST_F(XdgLoginItemsTest, UnregisteringKeepsHidingAnEntryOfTheSystemThatMayComeBack) {
+    writeSystems("second", starting());
+    ASSERT_TRUE(items.unregisterItem());
+    fs::remove_all(scratch.path() / "second");
+
+    EXPECT_EQ(failureOf(items.unregisterItem()), "no failure");
+
+    writeSystems("second", starting());
+    EXPECT_EQ(items.status(), LoginItemStatus::notRegistered);
+}
+
 TEST_F(XdgLoginItemsTest, UnregisteringHidesAnEntryOfTheSystemThatTheUsersSettingsHaveSwitchedOff) {
     writeSystems("second", starting());
     writeUsers("Hidden=true\n");
@@ -288,6 +299,13 @@ TEST_F(XdgLoginItemsFailureTest, WhatCannotBeMadeSafeDoesNotTakeTheOldEntrysPlac
     EXPECT_THAT(failureOf(items.registerItem()), testing::EndsWith(": Input/output error."));
 
     EXPECT_EQ(items.status(), LoginItemStatus::requiresApproval);
+}
+
+TEST_F(XdgLoginItemsFailureTest, AUsersShareOfTheDiskThatIsUsedUpIsAFullDisk) {
+    StorageCalls calls;
+    calls.failSynchronizing([](const fs::path& path) { return !fs::is_directory(path); }, EDQUOT);
+
+    EXPECT_EQ(failureOf(items.registerItem()), "There is no space left for " + file.native() + ".");
 }
 
 }  // namespace
