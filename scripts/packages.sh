@@ -59,6 +59,7 @@ desktop | dunst | a server for notifications
 desktop | desktop-file-utils | checks the entry that has the program started at log-in
 desktop | systemd | reads that entry
 desktop | fonts-dejavu-core | text in the test windows
+package | debhelper | builds the Debian package
 check | clang-format-19 | format check
 full | clang-tidy-19 | static analysis
 full | clang-19 | compiler of the fuzz targets
@@ -71,6 +72,7 @@ group_title() {
         build) echo "to build and unit-test" ;;
         display) echo "to run on your display" ;;
         desktop) echo "for the test desktops" ;;
+        package) echo "for \`scripts/package\`" ;;
         check) echo "for \`./check\`" ;;
         full) echo "for \`./check --full\`" ;;
     esac
