@@ -61,6 +61,9 @@ desktop | systemd | reads that entry
 desktop | fonts-dejavu-core | text in the test windows
 package | debhelper | builds the Debian package
 check | clang-format-19 | format check
+check | appstream | checks the description for software centres
+check | desktop-file-utils | checks the desktop entry
+check | mandoc | checks the manual page
 full | clang-tidy-19 | static analysis
 full | clang-19 | compiler of the fuzz targets
 full | libclang-rt-19-dev | the fuzzer and its sanitizers
