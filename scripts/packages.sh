@@ -67,6 +67,10 @@ check | mandoc | checks the manual page
 full | clang-tidy-19 | static analysis
 full | clang-19 | compiler of the fuzz targets
 full | libclang-rt-19-dev | the fuzzer and its sanitizers
+full | lintian | checks the Debian package
+full | debootstrap | the fresh system on which the package is tried
+full | libglib2.0-bin | starts the program from its desktop entry there, as a desktop does
+full | xdotool | presses its shortcuts there
 ROWS
 }
 
