@@ -56,7 +56,6 @@ desktop | gir1.2-gtk-4.0 | test windows of its next generation
 desktop | dbus-daemon | a private session bus for each test desktop
 desktop | at-spi2-core | the bus of assistive technology
 desktop | dunst | a server for notifications
-desktop | desktop-file-utils | checks the entry that has the program started at log-in
 desktop | systemd | reads that entry
 desktop | fonts-dejavu-core | text in the test windows
 package | debhelper | builds the Debian package

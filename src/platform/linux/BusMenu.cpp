@@ -60,8 +60,8 @@ bool BusMenu::call(const QDBusMessage& message) {
         Method{QLatin1StringView("GetLayout"), QLatin1StringView("iias"), &BusMenu::getLayout},
         Method{QLatin1StringView("GetGroupProperties"), QLatin1StringView("aias"), &BusMenu::getGroupProperties},
         Method{QLatin1StringView("GetProperty"), QLatin1StringView("is"), &BusMenu::getProperty},
-        Method{QLatin1StringView("Event"), QLatin1StringView("isvu"), &BusMenu::event},
-        Method{QLatin1StringView("EventGroup"), QLatin1StringView("a(isvu)"), &BusMenu::eventGroup},
+        Method{QLatin1StringView("Event"), QLatin1StringView("isvu"), &BusMenu::takeEvent},
+        Method{QLatin1StringView("EventGroup"), QLatin1StringView("a(isvu)"), &BusMenu::takeEventGroup},
         Method{QLatin1StringView("AboutToShow"), QLatin1StringView("i"), &BusMenu::aboutToShow},
         Method{QLatin1StringView("AboutToShowGroup"), QLatin1StringView("ai"), &BusMenu::aboutToShowGroup},
     };
@@ -112,7 +112,7 @@ void BusMenu::getProperty(const QDBusMessage& message) {
     answer(message, {QVariant::fromValue(QDBusVariant(value))});
 }
 
-void BusMenu::event(const QDBusMessage& message) {
+void BusMenu::takeEvent(const QDBusMessage& message) {
     const int id = message.arguments()[0].toInt();
     if (!layout_.contains(id)) {
         refuse(message, noSuchLine);
@@ -122,7 +122,7 @@ void BusMenu::event(const QDBusMessage& message) {
     static_cast<void>(handleEvent(id, message.arguments()[1].toString()));
 }
 
-void BusMenu::eventGroup(const QDBusMessage& message) {
+void BusMenu::takeEventGroup(const QDBusMessage& message) {
     const auto events = message.arguments()[0].value<QDBusArgument>();
     std::vector<std::pair<int, QString>> known;
     QList<int> unknown;
