@@ -1,0 +1,28 @@
+#include "platform/linux/StartupToken.h"
+
+#include "base/UnicodeText.h"
+
+#include <cstdlib>
+
+namespace velmorand {
+namespace {
+
+std::optional<std::string> take(const char* name) {
+    auto token = startupToken(std::getenv(name));
+    unsetenv(name);
+    return token;
+}
+
+}  // namespace
+
+std::optional<std::string> startupToken(const char* text) {
+    std::string token = text == nullptr ? "" : text;
+    if (token.empty() || !isValidUtf8(token) || hasControlCharacter(token)) return std::nullopt;
+    return token;
+}
+
+StartupTokens takeStartupTokens() {
+    return {.activationToken = take("XDG_ACTIVATION_TOKEN"), .desktopStartupId = take("DESKTOP_STARTUP_ID")};
+}
+
+}  // namespace velmorand
