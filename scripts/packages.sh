@@ -14,7 +14,7 @@ build | pkg-config | finds the X libraries
 build | rapidjson-dev | stored form of shortcuts and preferences
 build | libfmt-dev | formatting of log lines and messages
 build | libicu-dev | whole user-perceived characters and upper-casing of key labels
-build | libsystemd-dev | the log goes to the journal
+build | libsystemd-dev | the log goes to the journal; one running copy in a session
 build | qt6-base-dev | event loop, session bus (Core, DBus, Gui)
 build | libx11-dev | quiet end of the toolkit's own connection to the X server
 build | libxcb1-dev | connection to the X server

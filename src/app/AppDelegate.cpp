@@ -84,4 +84,8 @@ void AppDelegate::applicationWillTerminate() {
     preferencesStore_->savePending();
 }
 
+void AppDelegate::applicationShouldHandleReopen(const std::optional<std::string>& /*activationToken*/) {
+    settingsWindowController_->show();
+}
+
 }  // namespace velmorand

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace velmorand {
 
@@ -32,6 +34,9 @@ public:
 
     /// Gives the hot keys back and stores what waits to be stored.
     void applicationWillTerminate() override;
+
+    /// Shows the settings.
+    void applicationShouldHandleReopen(const std::optional<std::string>& activationToken) override;
 
     [[nodiscard]] PreferencesStore& preferencesStore() { return *preferencesStore_; }
     [[nodiscard]] const std::shared_ptr<WindowManager>& windowManager() const { return windowManager_; }

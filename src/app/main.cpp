@@ -9,7 +9,7 @@ int main(int argumentCount, char** arguments) {
     auto platform = velmorand::makePlatform(argumentCount, arguments);
     if (!platform) {
         std::fprintf(stderr, "velmorand: %s\n", platform.error().message.c_str());
-        return 1;
+        return platform.error().exitStatus;
     }
     const auto delegate = std::make_shared<velmorand::AppDelegate>(**platform);
     velmorand::Application& application = (*platform)->application();

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace velmorand {
 
-/// Told of the two events in the life of the application.
+/// Told of the events in the life of the application.
 class ApplicationDelegate {
 public:
     virtual ~ApplicationDelegate() = default;
@@ -13,6 +15,11 @@ public:
 
     virtual void applicationDidFinishLaunching() = 0;
     virtual void applicationWillTerminate() = 0;
+
+    /// Somebody has started the program again while it runs, or asks it to come to the front. Told between the other two.
+    /// `activationToken` is what the desktop gave along, which lets the next window that is shown take the focus; it is
+    /// meant for the windowing system and good for now only. Absent where the desktop gives none.
+    virtual void applicationShouldHandleReopen(const std::optional<std::string>& activationToken) = 0;
 
 protected:
     ApplicationDelegate() = default;

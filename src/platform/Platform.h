@@ -53,13 +53,17 @@ protected:
     Platform() = default;
 };
 
-/// Why the program cannot start here, as one line for the user.
-struct StartFailure {
+/// Why the program ends instead of starting: it cannot, or it need not, as another copy of it is running.
+struct EarlyEnd {
+    /// One line for the user.
     std::string message;
+    /// Of the process: 0 when the user has got what they wanted.
+    int exitStatus = 1;
 };
 
 /// Makes the platform this executable was linked for. `argumentCount` and `arguments` are the process's own and
-/// stay alive with the platform, which may take arguments that are meant for the toolkit.
-[[nodiscard]] std::expected<std::unique_ptr<Platform>, StartFailure> makePlatform(int& argumentCount, char** arguments);
+/// stay alive with the platform, which may take arguments that are meant for the toolkit. Where a copy of the program runs
+/// in the session already, that one is reopened instead (`ApplicationDelegate::applicationShouldHandleReopen`).
+[[nodiscard]] std::expected<std::unique_ptr<Platform>, EarlyEnd> makePlatform(int& argumentCount, char** arguments);
 
 }  // namespace velmorand

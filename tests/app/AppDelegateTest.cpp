@@ -99,6 +99,15 @@ TEST_F(AppDelegateTest, QuittingFromTheMenuTakesTheWayOfEveryOtherEndOnce) {
     EXPECT_THAT(writes(), SizeIs(1));
 }
 
+TEST_F(AppDelegateTest, StartingTheProgramAgainShowsTheSettings) {
+    platform.application().setDelegate(delegate);
+    platform.application().reopen("token-1");
+
+    EXPECT_EQ(platform.application().run(), 0);
+
+    EXPECT_TRUE(platform.log().contains(LogLevel::error, "settings", "The settings window is not installed."));
+}
+
 TEST_F(AppDelegateTest, LaunchingStartsTheShortcutManagerAndAsksForNothing) {
     platform.desktop().trusted = false;
 

@@ -1,10 +1,12 @@
 #include "platform/LocalNotificationCenter.h"
 #include "platform/Platform.h"
 #include "platform/linux/AccessibilitySettings.h"
+#include "platform/linux/ApplicationService.h"
 #include "platform/linux/BaseFolders.h"
 #include "platform/linux/BusSessionLock.h"
 #include "platform/linux/DesktopEnvironment.h"
 #include "platform/linux/DesktopNotifications.h"
+#include "platform/linux/EarlyBus.h"
 #include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/KdeAnimationSpeed.h"
 #include "platform/linux/LinuxAccessibility.h"
@@ -19,7 +21,10 @@
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/RecorderPicture.h"
 #include "platform/linux/ReducedMotion.h"
+#include "platform/linux/RunningCopy.h"
+#include "platform/linux/StartupToken.h"
 #include "platform/linux/StatusIcons.h"
+#include "platform/linux/ToolkitBus.h"
 #include "platform/linux/TrustPrompt.h"
 #include "platform/linux/XdgLoginItems.h"
 #include "platform/linux/x11/ToolkitConnection.h"
@@ -31,6 +36,7 @@
 #include "platform/linux/x11/X11WindowSystem.h"
 
 #include <cstdlib>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -41,20 +47,26 @@ namespace {
 class LinuxPlatform final : public Platform {
 public:
     /// Our own connection comes first: without a server the toolkit would abort the process.
-    static std::expected<std::unique_ptr<Platform>, StartFailure> create(int& argumentCount, char** arguments) {
+    static std::expected<std::unique_ptr<Platform>, EarlyEnd> create(int& argumentCount, char** arguments) {
+        const StartupTokens tokens = takeStartupTokens();
         auto connection = X11Connection::open();
-        if (!connection) return std::unexpected(StartFailure{connection.error()});
-        std::unique_ptr<LinuxPlatform> platform(new LinuxPlatform(std::move(*connection), argumentCount, arguments));
+        if (!connection) return std::unexpected(EarlyEnd{connection.error()});
+        LinuxLog log(VELMORAND_IDENTIFIER);
+        auto place = takePlaceInSession(tokens, log);
+        if (!place) return std::unexpected(EarlyEnd{"Another copy is running and comes to the front.", 0});
+        const ToolkitBus toolkitBus(!place->busIsSilent);
+        std::unique_ptr<LinuxPlatform> platform(
+            new LinuxPlatform(std::move(*connection), std::move(place->bus), argumentCount, arguments));
         auto windowSystem =
             X11WindowSystem::create(*platform->connection_, platform->runLoop_, platform->bundle_.identifier());
-        if (!windowSystem) return std::unexpected(StartFailure{windowSystem.error()});
+        if (!windowSystem) return std::unexpected(EarlyEnd{windowSystem.error()});
         platform->assemble(std::move(*windowSystem));
         auto recorderPanelHost = X11RecorderPanelHost::create(
             *platform->connection_, platform->keyboard_, platform->runLoop_, platform->sessionLock_, platform->log_,
             [application = &platform->application_](const RecorderPanelContent& content) {
                 return drawRecorderPanel(content, application->pixelsPerPoint());
             });
-        if (!recorderPanelHost) return std::unexpected(StartFailure{recorderPanelHost.error()});
+        if (!recorderPanelHost) return std::unexpected(EarlyEnd{recorderPanelHost.error()});
         platform->recorderPanelHost_ = std::move(*recorderPanelHost);
         return platform;
     }
@@ -76,15 +88,26 @@ public:
     [[nodiscard]] Log& log() override { return log_; }
 
 private:
-    LinuxPlatform(std::unique_ptr<X11Connection> connection, int& argumentCount, char** arguments)
-        : connection_(std::move(connection)),
+    LinuxPlatform(std::unique_ptr<X11Connection> connection, std::optional<EarlyBus> bus, int& argumentCount,
+                  char** arguments)
+        : bus_(std::move(bus)),
+          connection_(std::move(connection)),
           application_(argumentCount, arguments, log_),
           keyboard_(*connection_),
           hotKeyService_(*connection_, keyboard_, runLoop_) {
         silenceToolkitConnectionErrors();
         application_.endOnSignals(runLoop_);
+        if (bus_) serveReopening(*bus_);
         readable_ = runLoop_.watch(connection_->file(), [this] { handleConnection(); });
         sleeping_ = runLoop_.beforeSleeping([this] { handleConnection(); });
+    }
+
+    void serveReopening(EarlyBus& bus) {
+        ApplicationService& service =
+            service_.emplace(bus, runLoop_, [this](const std::optional<std::string>& activationToken) {
+                return application_.reopen(activationToken);
+            });
+        application_.afterLaunch([&service] { service.start(); });
     }
 
     void assemble(std::unique_ptr<WindowSystem> windowSystem) {
@@ -132,9 +155,12 @@ private:
     XdgLoginItems loginItemService_{VELMORAND_IDENTIFIER, LoginItemPlaces::ofSession(), loginItemSettings_};
     LocalNotificationCenter workspaceNotificationCenter_;
     LocalNotificationCenter defaultNotificationCenter_;
+    /// Ends after the connection to the X server, and with that the hot keys: who takes the place finds them free.
+    std::optional<EarlyBus> bus_;
     std::unique_ptr<X11Connection> connection_;
     QtApplication application_;
     QtRunLoop runLoop_;
+    std::optional<ApplicationService> service_;
     DesktopNotifications userNotificationCenter_{QDBusConnection::sessionBus(), runLoop_, VELMORAND_IDENTIFIER};
     LinuxStatusBar statusBar_{QDBusConnection::sessionBus(), runLoop_, statusIconFolder()};
     TrustPrompt trustPrompt_{userNotificationCenter_, log_, VELMORAND_IDENTIFIER};
@@ -157,7 +183,7 @@ private:
 
 }  // namespace
 
-std::expected<std::unique_ptr<Platform>, StartFailure> makePlatform(int& argumentCount, char** arguments) {
+std::expected<std::unique_ptr<Platform>, EarlyEnd> makePlatform(int& argumentCount, char** arguments) {
     return LinuxPlatform::create(argumentCount, arguments);
 }
 

@@ -94,6 +94,7 @@ int QtApplication::run() {
         [this] {
             const auto delegate = delegate_.lock();
             if (delegate && !terminating_) delegate->applicationDidFinishLaunching();
+            if (afterLaunch_) afterLaunch_();
         },
         Qt::QueuedConnection);
     if (!terminating_) QGuiApplication::exec();
@@ -104,6 +105,12 @@ int QtApplication::run() {
 void QtApplication::terminate() {
     if (std::exchange(terminating_, true) || !running_) return;
     QMetaObject::invokeMethod(application_.get(), [] { QGuiApplication::exit(0); }, Qt::QueuedConnection);
+}
+
+bool QtApplication::reopen(const std::optional<std::string>& activationToken) {
+    if (terminating_) return false;
+    if (const auto delegate = delegate_.lock()) delegate->applicationShouldHandleReopen(activationToken);
+    return true;
 }
 
 double QtApplication::pixelsPerPoint() const {

@@ -5,7 +5,11 @@
 #include "platform/Logger.h"
 
 #include <QtGlobal>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
+#include <utility>
 
 class QGuiApplication;
 
@@ -30,6 +34,12 @@ public:
     /// Follows the signals that ask a process to end, from the running of the loop on.
     void endOnSignals(QtRunLoop& runLoop);
 
+    /// Calls `launched` once, when the delegate was told that launching has finished.
+    void afterLaunch(std::function<void()> launched) { afterLaunch_ = std::move(launched); }
+
+    /// Tells the delegate that the program was started again. False when the application is about to end.
+    bool reopen(const std::optional<std::string>& activationToken);
+
     /// How many pixels a point has in what is drawn for the user, by the settings of the session.
     [[nodiscard]] double pixelsPerPoint() const;
 
@@ -48,6 +58,7 @@ private:
     bool lossReported_ = false;
     std::unique_ptr<QGuiApplication> application_;
     std::weak_ptr<ApplicationDelegate> delegate_;
+    std::function<void()> afterLaunch_;
     Subscription signals_;
     int signalFile_ = -1;
     int exitStatus_ = 0;

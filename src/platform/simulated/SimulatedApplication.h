@@ -2,6 +2,10 @@
 
 #include "platform/Application.h"
 
+#include <optional>
+#include <string>
+#include <vector>
+
 namespace velmorand {
 
 class SimulatedRunLoop;
@@ -16,12 +20,20 @@ public:
     [[nodiscard]] int run() override;
     void terminate() override;
 
+    /// The user starts the program again: its delegate is told in a turn of the loop, at the earliest after the launch.
+    void reopen(std::optional<std::string> activationToken = std::nullopt);
+
     /// Whether the end was asked for.
     [[nodiscard]] bool isTerminating() const { return terminating_; }
 
 private:
+    void tellOfReopening(const std::optional<std::string>& activationToken);
+
     SimulatedRunLoop& runLoop_;
     std::weak_ptr<ApplicationDelegate> delegate_;
+    /// Those that came before the launch.
+    std::vector<std::optional<std::string>> reopenings_;
+    bool hasLaunched_ = false;
     bool terminating_ = false;
 };
 

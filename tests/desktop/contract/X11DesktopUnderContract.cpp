@@ -8,7 +8,11 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QTimer>
+#include <QVariantMap>
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
@@ -37,6 +41,7 @@ int contentHeight(double height, const Extents& decorations) {
 }
 
 const QString notificationConnection = QStringLiteral("notification server");
+const QString launcherConnection = QStringLiteral("launcher");
 const QString panelConnection = QStringLiteral("panel");
 
 constexpr std::uint32_t commandMask = 0x0100;
@@ -106,6 +111,7 @@ X11DesktopUnderContract::~X11DesktopUnderContract() {
     platform_.reset();
     notificationServer_.reset();
     panel_.reset();
+    QDBusConnection::disconnectFromBus(launcherConnection);
     QDBusConnection::disconnectFromBus(panelConnection);
     QDBusConnection::disconnectFromBus(notificationConnection);
     clients_.clear();
@@ -232,6 +238,18 @@ void X11DesktopUnderContract::leaveNothingInFront() {
 
 void X11DesktopUnderContract::revokeTrust() {
     desktop_->stopWindowManager();
+}
+
+/// As a launcher does that knows where the program is on the bus, without waiting for the answer.
+void X11DesktopUnderContract::reopen(const std::optional<std::string>& activationToken) {
+    QVariantMap platformData;
+    if (activationToken) platformData[QStringLiteral("desktop-startup-id")] = QString::fromStdString(*activationToken);
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(QStringLiteral(VELMORAND_IDENTIFIER), QStringLiteral("/app/velmorand/Velmorand"),
+                                       QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
+    call.setArguments({platformData});
+    const auto address = QString::fromStdString(desktop_->environment().at("DBUS_SESSION_BUS_ADDRESS"));
+    QDBusConnection::connectToBus(address, launcherConnection).asyncCall(call);
 }
 
 void X11DesktopUnderContract::setReducesMotion(bool reduces) {

@@ -40,6 +40,8 @@ public:
     void leaveNothingInFront() override;
     void revokeTrust() override;
 
+    void reopen(const std::optional<std::string>& activationToken) override;
+
     void setReducesMotion(bool reduces) override;
 
     void allowNotifications() override;

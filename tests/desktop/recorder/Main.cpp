@@ -41,7 +41,7 @@ int main(int argumentCount, char** arguments) {
     auto platform = makePlatform(argumentCount, arguments);
     if (!platform) {
         std::fprintf(stderr, "%s\n", platform.error().message.c_str());
-        return 1;
+        return platform.error().exitStatus;
     }
     const auto delegate = std::make_shared<AppDelegate>(**platform);
     (*platform)->application().setDelegate(delegate);

@@ -117,7 +117,7 @@ int main(int argumentCount, char** arguments) {
     auto platform = makePlatform(argumentCount, arguments);
     if (!platform) {
         std::fprintf(stderr, "%s\n", platform.error().message.c_str());
-        return 1;
+        return platform.error().exitStatus;
     }
     std::signal(SIGUSR1, changeWarning);
     std::signal(SIGUSR2, changeWarning);

@@ -117,6 +117,10 @@ public:
     virtual void leaveNothingInFront() = 0;
     virtual void revokeTrust() = 0;
 
+    /// Starts the program again, as a launcher does that gives this token to the start. What follows from it comes while
+    /// the application runs.
+    virtual void reopen(const std::optional<std::string>& activationToken) = 0;
+
     // The user's wishes
 
     /// The user asks for as little motion on screen as possible, or takes it back. The news arrives in a turn of the

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,9 @@ public:
 
     void applicationDidFinishLaunching() override { told_.emplace_back("launched"); }
     void applicationWillTerminate() override { told_.emplace_back("terminating"); }
+    void applicationShouldHandleReopen(const std::optional<std::string>& activationToken) override {
+        told_.push_back("reopened with " + activationToken.value_or("nothing"));
+    }
 
 private:
     std::vector<std::string>& told_;
@@ -52,6 +56,17 @@ TEST_F(SimulatedApplicationTest, EndsWhenItIsTerminated) {
     EXPECT_EQ(application.run(), 0);
 
     EXPECT_THAT(told, ElementsAre("launched", "tick", "tick", "tick", "terminating"));
+}
+
+TEST_F(SimulatedApplicationTest, AReopeningAfterTheEndWasAskedForIsNotTold) {
+    const RunLoop::Timer end = runLoop.after(1ms, [this] {
+        application.terminate();
+        application.reopen();
+    });
+    EXPECT_EQ(application.run(), 0);
+    runLoop.runPending();
+
+    EXPECT_THAT(told, ElementsAre("launched", "terminating"));
 }
 
 TEST_F(SimulatedApplicationTest, HoldsItsDelegateWeakly) {

@@ -28,6 +28,10 @@ public:
     void leaveNothingInFront() override;
     void revokeTrust() override;
 
+    void reopen(const std::optional<std::string>& activationToken) override {
+        platform_.application().reopen(activationToken);
+    }
+
     void setReducesMotion(bool reduces) override;
 
     void allowNotifications() override;
