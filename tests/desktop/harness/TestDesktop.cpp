@@ -47,7 +47,8 @@ std::expected<std::unique_ptr<TestDesktop>, HarnessError> TestDesktop::create(co
                                         .folder = folder->path()});
     if (!server) return std::unexpected(server.error());
     environment->insert_or_assign("DISPLAY", server->displayName());
-    auto bus = SessionBus::start(*environment, folder->path());
+    const auto services = options.startsServices ? std::nullopt : std::optional(folder->path() / "no-services");
+    auto bus = SessionBus::start(*environment, folder->path(), services);
     if (!bus) return std::unexpected(bus.error());
     environment->insert_or_assign("DBUS_SESSION_BUS_ADDRESS", bus->address());
     auto observer = XObserver::connect(server->displayName());

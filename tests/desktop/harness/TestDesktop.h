@@ -25,6 +25,9 @@ struct DesktopOptions {
     std::vector<Monitor> monitors{{"main", {0, 0, 1280, 800}, true}};
     /// Whether each display is an output of the X server, as on a real machine, even where a name would do.
     bool hasOutputs = false;
+    /// Whether the session bus starts services that are installed on this machine, such as a notification server, when
+    /// somebody asks for them.
+    bool startsServices = true;
     /// A panel across the primary display. It needs a window manager.
     std::optional<PanelOptions> panel = {};
 };
