@@ -16,6 +16,18 @@ build | libfmt-dev | formatting of log lines and messages
 build | libicu-dev | whole user-perceived characters and upper-casing of key labels
 build | libsystemd-dev | the log goes to the journal; one running copy in a session
 build | qt6-base-dev | event loop, session bus (Core, DBus, Gui)
+build | qt6-declarative-dev | views of the settings window
+build | qt6-svg-dev | their drawings
+build | qml6-module-qtquick | modules of the views, to run and to check them
+build | qml6-module-qtquick-controls | modules of the views
+build | qml6-module-qtquick-templates | modules of the views
+build | qml6-module-qtquick-window | modules of the views
+build | qml6-module-qtqml | modules of the views
+build | qml6-module-qtqml-models | modules of the views
+build | qml6-module-qtqml-workerscript | modules of the views
+build | libqt6svg6 | draws the symbols when the settings window is shown
+build | fonts-inter | the face of the settings window
+build | qt6-l10n-tools | template for translations
 build | libx11-dev | quiet end of the toolkit's own connection to the X server
 build | libxcb1-dev | connection to the X server
 build | libxcb-randr0-dev | displays

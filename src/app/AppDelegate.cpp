@@ -12,9 +12,11 @@
 #include "windows/ScreenGeometryProvider.h"
 #include "windows/WindowManager.h"
 
+#include <utility>
+
 namespace velmorand {
 
-AppDelegate::AppDelegate(Platform& platform)
+AppDelegate::AppDelegate(Platform& platform, SettingsWindowMaker makeSettingsWindow)
     : preferencesStore_(
           std::make_shared<PreferencesStore>(platform.userDefaults(), platform.runLoop(), platform.log())),
       permissionsManager_(std::make_shared<PermissionsManager>(platform.accessibility(), platform.workspace())),
@@ -31,8 +33,11 @@ AppDelegate::AppDelegate(Platform& platform)
         std::make_shared<ShortcutManager>(preferencesStore_, windowManager_, registrar,
                                           ShortcutManagerPlatform{platform.userNotificationCenter(), platform.bundle(),
                                                                   platform.runLoop(), platform.log()});
-    settingsWindowController_ = std::make_shared<SettingsWindowController>(preferencesStore_, permissionsManager_,
-                                                                           shortcutManager_, platform.log());
+    settingsWindowController_ = std::make_shared<SettingsWindowController>(
+        preferencesStore_, permissionsManager_, shortcutManager_,
+        SettingsPlatform{platform.loginItemService(), platform.defaultNotificationCenter(), platform.userDefaults(),
+                         platform.workspace(), platform.bundle(), platform.runLoop(), platform.log()},
+        std::move(makeSettingsWindow));
     makeMenuBar(platform);
     shortcutRecorderPanel_ = std::make_unique<ShortcutRecorderPanel>(platform.recorderPanelHost(), platform.runLoop());
     wire(platform);
@@ -82,6 +87,7 @@ void AppDelegate::applicationWillTerminate() {
     shortcutManager_->stop();
     shortcutRecorderPanel_->cancel();
     preferencesStore_->savePending();
+    settingsWindowController_->savePending();
 }
 
 void AppDelegate::applicationShouldHandleReopen(const std::optional<std::string>& /*activationToken*/) {

@@ -2,6 +2,7 @@
 
 #include "platform/Application.h"
 #include "platform/Logger.h"
+#include "settings/SettingsWindow.h"
 
 #include <cstdint>
 #include <memory>
@@ -25,8 +26,8 @@ enum class WindowAction : std::uint8_t;
 /// services. Main thread only.
 class AppDelegate final : public ApplicationDelegate {
 public:
-    /// `platform` must outlive the delegate.
-    explicit AppDelegate(Platform& platform);
+    /// `platform` must outlive the delegate. The settings window is made when it is first wanted.
+    AppDelegate(Platform& platform, SettingsWindowMaker makeSettingsWindow);
     ~AppDelegate() override;
 
     /// Starts the hot keys, then shows the status item. Asks for nothing.

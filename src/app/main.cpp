@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "platform/Platform.h"
+#include "settings/SettingsModule.h"
 
 #include <cstdio>
 #include <memory>
@@ -11,7 +12,7 @@ int main(int argumentCount, char** arguments) {
         std::fprintf(stderr, "velmorand: %s\n", platform.error().message.c_str());
         return platform.error().exitStatus;
     }
-    const auto delegate = std::make_shared<velmorand::AppDelegate>(**platform);
+    const auto delegate = std::make_shared<velmorand::AppDelegate>(**platform, velmorand::makeSettingsWindowOfModule);
     velmorand::Application& application = (*platform)->application();
     application.setDelegate(delegate);
     return application.run();

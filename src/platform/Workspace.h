@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace velmorand {
 
@@ -32,6 +34,13 @@ public:
     /// Opens the page of the desktop's settings on which the user gives programs access to other applications'
     /// windows, or the nearest to it. Where there is none, nothing happens but a line in the log.
     virtual void openAccessibilitySettings() = 0;
+
+    /// Told in a turn of the main loop whether a program was found for the address, and begun.
+    using OpenURLCompletion = std::function<void(bool opened)>;
+
+    /// Opens an address, such as "mailto:somebody@example.org", with the program that the user has for it
+    /// (`openURL:configuration:completionHandler:`).
+    virtual void openURL(std::string_view url, OpenURLCompletion completion) = 0;
 
 protected:
     Workspace() = default;

@@ -5,6 +5,7 @@
 #include "shortcuts/ShortcutManager.h"
 #include "shortcuts/ShortcutRecorderPanel.h"
 #include "support/Expected.h"
+#include "support/NotedSettingsWindows.h"
 #include "support/Printing.h"
 #include "support/SimulatedPrinting.h"
 #include "windows/WindowManager.h"
@@ -37,13 +38,14 @@ protected:
     }
 
     SimulatedPlatform platform;
-    std::shared_ptr<AppDelegate> delegate = std::make_shared<AppDelegate>(platform);
+    NotedSettingsWindows settingsWindows;
+    std::shared_ptr<AppDelegate> delegate = std::make_shared<AppDelegate>(platform, settingsWindows.maker());
 };
 
 TEST_F(AppDelegateTest, ConstructionAsksForNothingAndShowsNothing) {
     platform.desktop().trusted = false;
 
-    const AppDelegate other(platform);
+    const AppDelegate other(platform, settingsWindows.maker());
 
     EXPECT_EQ(platform.desktop().promptCount, 0);
     EXPECT_EQ(service().handlerCount(), 0U);
@@ -201,7 +203,7 @@ TEST_F(AppDelegateTest, StartsWithThePreferencesThatTheLastRunLeft) {
     delegate->preferencesStore().setOuterPadding(10);
     delegate->applicationWillTerminate();
 
-    delegate = std::make_shared<AppDelegate>(platform);
+    delegate = std::make_shared<AppDelegate>(platform, settingsWindows.maker());
     delegate->applicationDidFinishLaunching();
 
     EXPECT_EQ(delegate->preferencesStore().current().outerPadding, 10);
@@ -211,7 +213,7 @@ TEST_F(AppDelegateTest, StartsWithThePreferencesThatTheLastRunLeft) {
 TEST_F(AppDelegateTest, StartsWithTheDefaultsWhenThePreferencesCannotBeRead) {
     platform.userDefaults().put(PreferencesStore::key, "[]");
 
-    AppDelegate other(platform);
+    AppDelegate other(platform, settingsWindows.maker());
 
     EXPECT_EQ(other.preferencesStore().current(), defaultPreferencesState());
     EXPECT_THAT(platform.log().lines(),

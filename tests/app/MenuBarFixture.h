@@ -4,6 +4,7 @@
 #include "settings/SettingsWindowController.h"
 #include "shortcuts/ShortcutManager.h"
 #include "support/DesktopFixture.h"
+#include "support/NotedSettingsWindows.h"
 #include "windows/PermissionsManager.h"
 #include "windows/WindowManager.h"
 
@@ -58,8 +59,9 @@ protected:
     void advance(Duration span) { platform.runLoop().advance(span); }
     [[nodiscard]] SimulatedProcess& frontmost() { return application(); }
 
+    NotedSettingsWindows settingsWindows;
     std::shared_ptr<SettingsWindowController> settings = std::make_shared<SettingsWindowController>(
-        preferencesStore, permissionsManager, shortcutManager, platform.log());
+        preferencesStore, permissionsManager, shortcutManager, settingsPlatformOf(platform), settingsWindows.maker());
     std::shared_ptr<MenuBarController> controller = std::make_shared<MenuBarController>(
         MenuBarServices{permissionsManager, preferencesStore, screenGeometryProvider, windowManager, shortcutManager,
                         settings},

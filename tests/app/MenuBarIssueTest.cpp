@@ -131,12 +131,13 @@ TEST_F(MenuBarIssueTest, AMissingHandlerIsListed) {
 }
 
 TEST_F(MenuBarIssueTest, WhatPreventsTheSettingsWindowIsLoggedAndShown) {
+    settingsWindows.failure = "No module.";
     controller->install();
     choose("Settings...");
 
-    EXPECT_THAT(logLines("settings"),
-                ElementsAre(LogLine{LogLevel::error, "settings", "The settings window is not installed."}));
-    EXPECT_EQ(item().image(), warningIcon("The settings window is not installed."));
+    EXPECT_THAT(logLines("settings"), ElementsAre(LogLine{LogLevel::error, "settings",
+                                                          "The settings window could not be opened. No module."}));
+    EXPECT_EQ(item().image(), warningIcon("The settings window could not be opened."));
 }
 
 }  // namespace

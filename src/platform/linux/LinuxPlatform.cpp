@@ -26,6 +26,7 @@
 #include "platform/linux/StatusIcons.h"
 #include "platform/linux/ToolkitBus.h"
 #include "platform/linux/TrustPrompt.h"
+#include "platform/linux/UrlOpener.h"
 #include "platform/linux/XdgLoginItems.h"
 #include "platform/linux/x11/ToolkitConnection.h"
 #include "platform/linux/x11/X11Connection.h"
@@ -98,6 +99,8 @@ private:
         silenceToolkitConnectionErrors();
         application_.endOnSignals(runLoop_);
         if (bus_) serveReopening(*bus_);
+        application_.setOnActivation(
+            [this] { defaultNotificationCenter_.post({NotificationName::applicationBecameActive, std::nullopt}); });
         readable_ = runLoop_.watch(connection_->file(), [this] { handleConnection(); });
         sleeping_ = runLoop_.beforeSleeping([this] { handleConnection(); });
     }
@@ -114,7 +117,8 @@ private:
         windowSystem_ = std::move(windowSystem);
         accessibility_ = std::make_unique<LinuxAccessibility>(*windowSystem_, runLoop_, trustPrompt_, log_);
         followReducedMotion();
-        workspace_ = std::make_unique<LinuxWorkspace>(*windowSystem_, *reducedMotion_, accessibilitySettings_);
+        workspace_ =
+            std::make_unique<LinuxWorkspace>(*windowSystem_, *reducedMotion_, accessibilitySettings_, urlOpener_);
         displays_ = std::make_unique<LinuxDisplays>(*windowSystem_);
         windowSystem_->setObserver(
             {.applicationTerminated =
@@ -175,6 +179,7 @@ private:
     std::unique_ptr<KdeAnimationSpeed> kdeAnimationSpeed_;
     std::unique_ptr<ReducedMotion> reducedMotion_;
     AccessibilitySettings accessibilitySettings_{log_};
+    UrlOpener urlOpener_{log_};
     std::unique_ptr<LinuxWorkspace> workspace_;
     std::unique_ptr<LinuxDisplays> displays_;
     Subscription readable_;

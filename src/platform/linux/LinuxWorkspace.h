@@ -3,6 +3,7 @@
 #include "platform/Workspace.h"
 #include "platform/linux/AccessibilitySettings.h"
 #include "platform/linux/ReducedMotion.h"
+#include "platform/linux/UrlOpener.h"
 #include "platform/linux/WindowSystem.h"
 
 namespace velmorand {
@@ -12,8 +13,11 @@ class LinuxWorkspace final : public Workspace {
 public:
     /// All must outlive it.
     LinuxWorkspace(WindowSystem& windowSystem, const ReducedMotion& reducedMotion,
-                   const AccessibilitySettings& accessibilitySettings)
-        : windowSystem_(windowSystem), reducedMotion_(reducedMotion), accessibilitySettings_(accessibilitySettings) {}
+                   const AccessibilitySettings& accessibilitySettings, UrlOpener& urlOpener)
+        : windowSystem_(windowSystem),
+          reducedMotion_(reducedMotion),
+          accessibilitySettings_(accessibilitySettings),
+          urlOpener_(urlOpener) {}
 
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override {
         return windowSystem_.frontmostApplication();
@@ -21,11 +25,15 @@ public:
 
     [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() override { return reducedMotion_.isWanted(); }
     void openAccessibilitySettings() override { accessibilitySettings_.open(); }
+    void openURL(std::string_view url, OpenURLCompletion completion) override {
+        urlOpener_.open(url, std::move(completion));
+    }
 
 private:
     WindowSystem& windowSystem_;
     const ReducedMotion& reducedMotion_;
     const AccessibilitySettings& accessibilitySettings_;
+    UrlOpener& urlOpener_;
 };
 
 }  // namespace velmorand

@@ -113,6 +113,15 @@ bool QtApplication::reopen(const std::optional<std::string>& activationToken) {
     return true;
 }
 
+void QtApplication::setOnActivation(std::function<void()> onActivation) {
+    QObject::connect(
+        application_.get(), &QGuiApplication::applicationStateChanged, application_.get(),
+        [onActivation = std::move(onActivation)](Qt::ApplicationState state) {
+            if (state == Qt::ApplicationActive) onActivation();
+        },
+        Qt::QueuedConnection);
+}
+
 double QtApplication::pixelsPerPoint() const {
     return application_->devicePixelRatio();
 }

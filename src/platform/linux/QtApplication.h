@@ -40,6 +40,9 @@ public:
     /// Tells the delegate that the program was started again. False when the application is about to end.
     bool reopen(const std::optional<std::string>& activationToken);
 
+    /// Told in a turn of the loop when one of the toolkit's windows gets the keyboard and none had it before.
+    void setOnActivation(std::function<void()> onActivation);
+
     /// How many pixels a point has in what is drawn for the user, by the settings of the session.
     [[nodiscard]] double pixelsPerPoint() const;
 

@@ -60,7 +60,7 @@ private:
     SimulatedBundle bundle_;
     SimulatedUserDefaults userDefaults_;
     SimulatedAccessibility accessibility_{desktop_, runLoop_};
-    SimulatedWorkspace workspace_{desktop_};
+    SimulatedWorkspace workspace_{desktop_, runLoop_};
     SimulatedDisplays displays_{desktop_};
     SimulatedHotKeyService hotKeyService_;
     LocalNotificationCenter workspaceNotificationCenter_;

@@ -43,7 +43,10 @@ int main(int argumentCount, char** arguments) {
         std::fprintf(stderr, "%s\n", platform.error().message.c_str());
         return platform.error().exitStatus;
     }
-    const auto delegate = std::make_shared<AppDelegate>(**platform);
+    const auto delegate = std::make_shared<AppDelegate>(
+        **platform, [](const auto&...) -> std::expected<std::unique_ptr<SettingsWindow>, std::string> {
+            return std::unexpected("The recorder's program has none.");
+        });
     (*platform)->application().setDelegate(delegate);
     std::signal(SIGUSR1, wantRecording);
     int opened = 0;

@@ -1,0 +1,131 @@
+#include "settings/QuickSettingsWindow.h"
+
+#include "platform/Bundle.h"
+#include "platform/NotificationCenter.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
+#include "settings/SettingsModule.h"
+#include "settings/WindowFrame.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QQmlEngine>
+#include <QQmlError>
+#include <QSGRendererInterface>
+#include <QScreen>
+#include <chrono>
+#include <utility>
+
+namespace velmorand {
+namespace {
+
+constexpr QSize contentSize{780, 560};
+constexpr QSize smallestContentSize{720, 520};
+constexpr QColor paper{251, 246, 239};
+constexpr auto saveDelay = std::chrono::milliseconds{500};
+
+QList<QRect> freeAreas() {
+    QList<QRect> areas;
+    for (const QScreen* screen : QGuiApplication::screens()) areas.append(screen->availableGeometry());
+    return areas;
+}
+
+QRect centered(const QRect& area, const QSize& size) {
+    return {QPoint(area.x() + (area.width() - size.width()) / 2, area.y() + (area.height() - size.height()) / 2), size};
+}
+
+}  // namespace
+
+std::expected<std::unique_ptr<SettingsWindow>, std::string> QuickSettingsWindow::create(
+    const SettingsServices& services, const SettingsPlatform& platform, SettingsFailureHandler onFailure) {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    std::unique_ptr<QuickSettingsWindow> window(new QuickSettingsWindow(services, platform, std::move(onFailure)));
+    if (window->status() == QQuickView::Ready) return window;
+    QString reasons;
+    for (const QQmlError& error : window->errors()) reasons += error.toString() + u' ';
+    return std::unexpected(reasons.trimmed().toStdString());
+}
+
+QuickSettingsWindow::QuickSettingsWindow(const SettingsServices& services, const SettingsPlatform& platform,
+                                         SettingsFailureHandler onFailure)
+    : platform_(platform),
+      logger_(platform.log, "settings"),
+      model_(services, platform, std::move(onFailure)),
+      look_(nullptr),
+      activation_(platform.defaultNotificationCenter,
+                  platform.defaultNotificationCenter.addObserver(NotificationName::applicationBecameActive,
+                                                                 [this](const Notification&) { refreshLook(); })) {
+    setTitle(tr("Velmorand Settings"));
+    setColor(paper);
+    setMinimumSize(smallestContentSize);
+    setResizeMode(QQuickView::SizeRootObjectToView);
+    engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    look_.offerTo(*engine());
+    refreshLook();
+    setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model_)}});
+    setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmorand/Settings/qml/SettingsView.qml")));
+    place();
+    connect(this, &QWindow::xChanged, this, &QuickSettingsWindow::noteFrame);
+    connect(this, &QWindow::yChanged, this, &QuickSettingsWindow::noteFrame);
+    connect(this, &QWindow::widthChanged, this, &QuickSettingsWindow::noteFrame);
+    connect(this, &QWindow::heightChanged, this, &QuickSettingsWindow::noteFrame);
+}
+
+QuickSettingsWindow::~QuickSettingsWindow() {
+    savePending();
+    setSource({});
+}
+
+/// Centred, unless an earlier run left it elsewhere.
+void QuickSettingsWindow::place() {
+    const auto stored = platform_.userDefaults.data(frameKey);
+    if (!stored) logger_.error("Cannot read where the settings window was: {}", stored.error().description);
+    const auto frame = stored && *stored ? windowFrameFromText(**stored) : std::nullopt;
+    frame_ = frame.value_or(centered(screen()->availableGeometry(), contentSize));
+    setGeometry(windowFrameWithin(freeAreas(), *frame_, smallestContentSize));
+}
+
+void QuickSettingsWindow::bringToFront() {
+    if (!isVisible()) {
+        refreshLook();
+        model_.general()->becameActive();
+        if (frame_) setGeometry(windowFrameWithin(freeAreas(), *frame_, smallestContentSize));
+    }
+    show();
+    raise();
+    requestActivate();
+}
+
+void QuickSettingsWindow::refreshLook() {
+    look_.setReducesMotion(platform_.workspace.accessibilityDisplayShouldReduceMotion());
+}
+
+/// The frame of a window that is maximised or hidden is not where the user put it.
+void QuickSettingsWindow::noteFrame() {
+    if (!isVisible() || windowStates() != Qt::WindowNoState || geometry() == frame_) return;
+    frame_ = geometry();
+    pendingSave_ = platform_.runLoop.after(saveDelay, [this] { savePending(); });
+}
+
+void QuickSettingsWindow::savePending() {
+    if (!std::exchange(pendingSave_, std::nullopt)) return;
+    const auto stored = platform_.userDefaults.setData(frameKey, windowFrameText(*frame_));
+    if (!stored) logger_.error("Cannot store where the settings window is: {}", stored.error().description);
+}
+
+/// The platform's window stays when it is closed, and so does all that is in it.
+bool QuickSettingsWindow::event(QEvent* event) {
+    if (event->type() != QEvent::Close) return QQuickView::event(event);
+    event->ignore();
+    savePending();
+    hide();
+    return true;
+}
+
+}  // namespace velmorand
+
+extern "C" {
+/// What the executable looks for in the module.
+extern Q_DECL_EXPORT const velmorand::SettingsModuleMaker velmorandSettingsWindowMaker;
+const velmorand::SettingsModuleMaker velmorandSettingsWindowMaker = &velmorand::QuickSettingsWindow::create;
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "base/Subscription.h"
+#include "platform/Logger.h"
+#include "platform/RunLoop.h"
+#include "settings/DesktopLook.h"
+#include "settings/SettingsModel.h"
+#include "settings/SettingsWindow.h"
+#include "windows/NotificationToken.h"
+
+#include <QQuickView>
+#include <QRect>
+#include <expected>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace velmorand {
+
+/// The settings window, drawn by Qt Quick without a graphics driver. Closing hides it.
+class QuickSettingsWindow final : public QQuickView, public SettingsWindow {
+    Q_OBJECT
+
+public:
+    /// The key of the user defaults under which the place of the window is kept.
+    static constexpr std::string_view frameKey = "VelmorandSettingsWindow";
+
+    /// Fails with the reason when the window cannot be drawn.
+    [[nodiscard]] static std::expected<std::unique_ptr<SettingsWindow>, std::string> create(
+        const SettingsServices& services, const SettingsPlatform& platform, SettingsFailureHandler onFailure);
+    ~QuickSettingsWindow() override;
+
+    void bringToFront() override;
+    void savePending() override;
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    QuickSettingsWindow(const SettingsServices& services, const SettingsPlatform& platform,
+                        SettingsFailureHandler onFailure);
+    void place();
+    void noteFrame();
+    void refreshLook();
+
+    SettingsPlatform platform_;
+    Logger logger_;
+    SettingsModel model_;
+    DesktopLook look_;
+    /// Where the window is or was when it was last seen.
+    std::optional<QRect> frame_;
+    std::optional<RunLoop::Timer> pendingSave_;
+    NotificationToken activation_;
+};
+
+}  // namespace velmorand

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "settings/ApplicationInformation.h"
+#include "settings/GeneralSettingsModel.h"
+#include "settings/SettingsWindow.h"
+
+#include <QtQmlIntegration/qqmlintegration.h>
+
+#include <QObject>
+#include <QString>
+#include <QVariantList>
+#include <memory>
+
+namespace velmorand {
+
+/// What the settings window as a whole shows: its panes, and what each of them works on.
+class SettingsModel final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the settings window")
+    Q_PROPERTY(QVariantList panes READ panes CONSTANT)
+    Q_PROPERTY(QString selectedPane READ selectedPane WRITE setSelectedPane NOTIFY selectedPaneChanged)
+    Q_PROPERTY(velmorand::ApplicationInformation* information READ information CONSTANT)
+    Q_PROPERTY(velmorand::GeneralSettingsModel* general READ general CONSTANT)
+
+public:
+    SettingsModel(const SettingsServices& services, const SettingsPlatform& platform, SettingsFailureHandler onFailure,
+                  QObject* parent = nullptr);
+    ~SettingsModel() override;
+
+    /// One map for each pane, in the order of the sidebar: `rawValue`, `title` and `symbol`.
+    [[nodiscard]] QVariantList panes() const;
+    /// A raw value; the first pane at the start.
+    [[nodiscard]] QString selectedPane() const { return selectedPane_; }
+    /// What names no pane changes nothing.
+    void setSelectedPane(const QString& rawValue);
+
+    [[nodiscard]] ApplicationInformation* information() { return &information_; }
+    [[nodiscard]] GeneralSettingsModel* general() { return &general_; }
+
+    /// Begins a mail to the contact address. Where no program writes mail the user is told, with the address.
+    Q_INVOKABLE void writeToSupport();
+
+Q_SIGNALS:
+    void selectedPaneChanged();
+
+private:
+    Workspace& workspace_;
+    std::shared_ptr<SettingsFailureHandler> onFailure_;
+    ApplicationInformation information_;
+    GeneralSettingsModel general_;
+    QString selectedPane_;
+};
+
+}  // namespace velmorand

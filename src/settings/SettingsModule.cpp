@@ -1,0 +1,40 @@
+#include "settings/SettingsModule.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QLibrary>
+#include <utility>
+
+namespace velmorand {
+namespace {
+
+/// Relative to the folder of the executable: in the build tree, and installed.
+constexpr const char* moduleFolders[] = {"lib/velmorand", VELMORAND_MODULE_FOLDER};
+constexpr const char* moduleFile = "libvelmorand_settings.so";
+
+/// Where the module is; when it is nowhere, where it should be.
+QString modulePath() {
+    const QDir program(QCoreApplication::applicationDirPath());
+    QString path;
+    for (const char* folder : moduleFolders) {
+        path = QDir::cleanPath(program.filePath(QLatin1StringView(folder) + u'/' + QLatin1StringView(moduleFile)));
+        if (QFile::exists(path)) break;
+    }
+    return path;
+}
+
+}  // namespace
+
+std::expected<std::unique_ptr<SettingsWindow>, std::string> makeSettingsWindowOfModule(
+    const SettingsServices& services, const SettingsPlatform& platform, SettingsFailureHandler onFailure) {
+    QLibrary module(modulePath());
+    module.setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
+    if (!module.load()) return std::unexpected(module.errorString().toStdString());
+    // The symbol is a variable, so that its type needs no linkage of another language.
+    const auto* make = reinterpret_cast<const SettingsModuleMaker*>(module.resolve(settingsModuleSymbol));
+    if (make == nullptr) return std::unexpected(module.errorString().toStdString());
+    return (*make)(services, platform, std::move(onFailure));
+}
+
+}  // namespace velmorand

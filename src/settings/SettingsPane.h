@@ -1,0 +1,27 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace velmorand {
+
+/// The panes of the settings window, in the order of the sidebar.
+enum class SettingsPane : std::uint8_t { general, shortcuts, ignoredApps, about };
+
+struct SettingsPaneDescription {
+    SettingsPane pane;
+    std::string_view rawValue;
+    /// English; translated where it is drawn.
+    std::string_view title;
+    std::string_view symbol;
+};
+
+inline constexpr std::array<SettingsPaneDescription, 4> settingsPanes{{
+    {SettingsPane::general, "general", "General", "gearshape"},
+    {SettingsPane::shortcuts, "shortcuts", "Shortcuts", "keyboard"},
+    {SettingsPane::ignoredApps, "ignoredApps", "Ignored Apps", "nosign.app"},
+    {SettingsPane::about, "about", "About", "info.circle"},
+}};
+
+}  // namespace velmorand

@@ -1,0 +1,47 @@
+import QtQuick
+import Velmorand.Settings
+
+/// What something is called and what it is.
+Item {
+    id: root
+
+    required property string title
+    property string value
+    property bool isFirst: false
+    default property alias content: holder.data
+
+    implicitHeight: Math.max(52, titleText.height + 32)
+
+    Rectangle {
+        width: parent.width
+        height: 1
+        visible: !root.isFirst
+        color: BrandTheme.rule
+        Accessible.ignored: true
+    }
+
+    Txt {
+        id: titleText
+
+        anchors.verticalCenter: parent.verticalCenter
+        role: BrandTheme.strong
+        text: root.title
+    }
+
+    Txt {
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.value.length > 0
+        role: BrandTheme.quiet
+        text: root.value
+    }
+
+    Item {
+        id: holder
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        width: childrenRect.width
+        height: childrenRect.height
+    }
+}

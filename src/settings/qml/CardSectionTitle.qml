@@ -1,0 +1,7 @@
+import Velmorand.Settings
+
+/// A card's heading.
+Txt {
+    role: BrandTheme.cardTitle
+    isHeading: true
+}

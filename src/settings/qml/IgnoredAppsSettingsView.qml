@@ -1,0 +1,6 @@
+import Velmorand.Settings
+
+/// The Ignored Apps pane.
+PaneHeader {
+    title: qsTr("Ignored Apps")
+}

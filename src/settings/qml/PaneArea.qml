@@ -1,0 +1,67 @@
+import QtQuick
+import Velmorand.Settings
+
+/// The selected pane in its padding, scrolled as far as it is higher than the window.
+Flickable {
+    id: root
+
+    /// What is shown; it is laid out at the width that the padding leaves.
+    required property Component pane
+
+    contentWidth: root.width
+    contentHeight: loader.height + 2 * BrandTheme.panePadding
+    boundsBehavior: Flickable.StopAtBounds
+    interactive: false
+    clip: true
+    Accessible.ignored: true
+
+    function scrollTo(position: real) {
+        root.contentY = Math.max(0, Math.min(position, root.contentHeight - root.height));
+    }
+
+    /// Brings the item into sight, with the ring around it.
+    function reveal(item: Item) {
+        const top = item.mapToItem(root.contentItem, 0, 0).y;
+        const margin = BrandTheme.panePadding;
+        if (top - margin < root.contentY)
+            root.scrollTo(top - margin);
+        else if (top + item.height + margin > root.contentY + root.height)
+            root.scrollTo(top + item.height + margin - root.height);
+    }
+
+    function isInside(item: Item): bool {
+        for (let ancestor = item; ancestor !== null; ancestor = ancestor.parent) {
+            if (ancestor === root.contentItem)
+                return true;
+        }
+        return false;
+    }
+
+    onHeightChanged: root.scrollTo(root.contentY)
+    onContentHeightChanged: root.scrollTo(root.contentY)
+    onPaneChanged: root.scrollTo(0)
+
+    Connections {
+        target: root.Window.window
+
+        function onActiveFocusItemChanged() {
+            const item = root.Window.activeFocusItem;
+            if (item !== null && root.isInside(item))
+                root.reveal(item);
+        }
+    }
+
+    WheelHandler {
+        target: null
+        onWheel: event => root.scrollTo(root.contentY - (event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y * 0.5))
+    }
+
+    Loader {
+        id: loader
+
+        x: BrandTheme.panePadding
+        y: BrandTheme.panePadding
+        width: root.width - 2 * BrandTheme.panePadding
+        sourceComponent: root.pane
+    }
+}

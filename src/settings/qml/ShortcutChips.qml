@@ -1,0 +1,28 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Velmorand.Settings
+
+/// A shortcut as a row of key caps, which is read as one sentence.
+Row {
+    id: root
+
+    /// The modifiers' symbols in their order, then the key's glyph.
+    required property list<string> glyphs
+    /// The shortcut as it is read aloud.
+    required property string spoken
+
+    spacing: BrandTheme.capSpacing
+    Accessible.role: Accessible.StaticText
+    Accessible.name: root.spoken
+
+    Repeater {
+        model: root.glyphs
+
+        ShortcutKeyCap {
+            required property string modelData
+
+            glyph: modelData
+        }
+    }
+}

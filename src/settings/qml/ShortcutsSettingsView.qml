@@ -1,0 +1,6 @@
+import Velmorand.Settings
+
+/// The Shortcuts pane.
+PaneHeader {
+    title: qsTr("Shortcuts")
+}
