@@ -61,6 +61,7 @@ Column {
             title: qsTr("Support")
 
             LinkText {
+                isAtTheEnd: true
                 text: root.model.information.contactAddress
                 onClicked: root.model.writeToSupport()
             }

@@ -74,8 +74,10 @@ T.AbstractButton {
         Txt {
             id: label
 
-            x: root.symbol.length > 0 ? 12 + BrandTheme.symbolSize + BrandTheme.symbolSpacing : root.sidePadding
+            x: root.symbol.length > 0 ? 12 + BrandTheme.symbolSize + BrandTheme.symbolSpacing : 0
             anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - x - (root.symbol.length > 0 ? root.sidePadding : 0)
+            horizontalAlignment: Text.AlignHCenter
             role: root.isProminent ? BrandTheme.strongest : BrandTheme.strong
             color: root.labelColor
             text: root.text

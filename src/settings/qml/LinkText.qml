@@ -8,6 +8,8 @@ T.AbstractButton {
 
     /// The name of a drawing before the text; none when empty.
     property string symbol
+    /// Whether it stands at the right end of its line.
+    property bool isAtTheEnd: false
 
     readonly property int textStart: root.symbol.length > 0 ? BrandTheme.symbolSize + BrandTheme.symbolSpacing : 0
 
@@ -33,6 +35,8 @@ T.AbstractButton {
             id: label
 
             x: root.textStart
+            width: parent.width - x
+            horizontalAlignment: root.isAtTheEnd ? Text.AlignRight : Text.AlignLeft
             role: BrandTheme.strong
             color: BrandTheme.bronze
             font.underline: root.hovered
