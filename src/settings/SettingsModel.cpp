@@ -18,6 +18,12 @@ QString toQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+const SettingsPaneDescription* paneNamed(const QString& rawValue) {
+    const auto found = std::ranges::find_if(
+        settingsPanes, [&](const SettingsPaneDescription& pane) { return toQString(pane.rawValue) == rawValue; });
+    return found == settingsPanes.end() ? nullptr : found;
+}
+
 }  // namespace
 
 SettingsModel::SettingsModel(const SettingsServices& services, const SettingsPlatform& platform,
@@ -44,11 +50,13 @@ QVariantList SettingsModel::panes() const {
 }
 
 void SettingsModel::setSelectedPane(const QString& rawValue) {
-    const bool isPane = std::ranges::any_of(
-        settingsPanes, [&](const SettingsPaneDescription& pane) { return toQString(pane.rawValue) == rawValue; });
-    if (!isPane || rawValue == selectedPane_) return;
+    if (rawValue == selectedPane_ || paneNamed(rawValue) == nullptr) return;
     selectedPane_ = rawValue;
     Q_EMIT selectedPaneChanged();
+}
+
+QString SettingsModel::selectedView() const {
+    return toQString(paneNamed(selectedPane_)->view);
 }
 
 /// The answer may come when the window is no longer there.

@@ -20,6 +20,7 @@ class SettingsModel final : public QObject {
     QML_UNCREATABLE("made by the settings window")
     Q_PROPERTY(QVariantList panes READ panes CONSTANT)
     Q_PROPERTY(QString selectedPane READ selectedPane WRITE setSelectedPane NOTIFY selectedPaneChanged)
+    Q_PROPERTY(QString selectedView READ selectedView NOTIFY selectedPaneChanged)
     Q_PROPERTY(velmorand::ApplicationInformation* information READ information CONSTANT)
     Q_PROPERTY(velmorand::GeneralSettingsModel* general READ general CONSTANT)
 
@@ -34,6 +35,9 @@ public:
     [[nodiscard]] QString selectedPane() const { return selectedPane_; }
     /// What names no pane changes nothing.
     void setSelectedPane(const QString& rawValue);
+
+    /// The file of its view.
+    [[nodiscard]] QString selectedView() const;
 
     [[nodiscard]] ApplicationInformation* information() { return &information_; }
     [[nodiscard]] GeneralSettingsModel* general() { return &general_; }

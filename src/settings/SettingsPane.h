@@ -15,13 +15,15 @@ struct SettingsPaneDescription {
     /// English; translated where it is drawn.
     std::string_view title;
     std::string_view symbol;
+    /// The file of its view.
+    std::string_view view;
 };
 
 inline constexpr std::array<SettingsPaneDescription, 4> settingsPanes{{
-    {SettingsPane::general, "general", "General", "gearshape"},
-    {SettingsPane::shortcuts, "shortcuts", "Shortcuts", "keyboard"},
-    {SettingsPane::ignoredApps, "ignoredApps", "Ignored Apps", "nosign.app"},
-    {SettingsPane::about, "about", "About", "info.circle"},
+    {SettingsPane::general, "general", "General", "gearshape", "GeneralSettingsView.qml"},
+    {SettingsPane::shortcuts, "shortcuts", "Shortcuts", "keyboard", "ShortcutsSettingsView.qml"},
+    {SettingsPane::ignoredApps, "ignoredApps", "Ignored Apps", "nosign.app", "IgnoredAppsSettingsView.qml"},
+    {SettingsPane::about, "about", "About", "info.circle", "AboutSettingsView.qml"},
 }};
 
 }  // namespace velmorand

@@ -1,5 +1,4 @@
 import QtQuick
-import Velmorand.Settings
 
 /// The application's icon, never recoloured.
 Image {
@@ -9,7 +8,8 @@ Image {
 
     width: root.size
     height: root.size
-    sourceSize: Qt.size(root.size, root.size)
+    sourceSize.width: root.size
+    sourceSize.height: root.size
     source: "qrc:/qt/qml/Velmorand/Settings/app.velmorand.Velmorand.svg"
     Accessible.ignored: true
 }

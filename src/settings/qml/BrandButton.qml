@@ -62,27 +62,25 @@ T.AbstractButton {
         }
     }
 
-    contentItem: Item {
-        Symbol {
-            x: 12
-            anchors.verticalCenter: parent.verticalCenter
-            visible: root.symbol.length > 0
-            name: root.symbol
-            color: root.labelColor
-        }
+    Symbol {
+        x: 12
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.symbol.length > 0
+        name: root.symbol
+        color: root.labelColor
+    }
 
-        Txt {
-            id: label
+    Txt {
+        id: label
 
-            x: root.symbol.length > 0 ? 12 + BrandTheme.symbolSize + BrandTheme.symbolSpacing : 0
-            anchors.verticalCenter: parent.verticalCenter
-            width: parent.width - x - (root.symbol.length > 0 ? root.sidePadding : 0)
-            horizontalAlignment: Text.AlignHCenter
-            role: root.isProminent ? BrandTheme.strongest : BrandTheme.strong
-            color: root.labelColor
-            text: root.text
-            Accessible.ignored: true
-        }
+        x: root.symbol.length > 0 ? 12 + BrandTheme.symbolSize + BrandTheme.symbolSpacing : 0
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width - x - (root.symbol.length > 0 ? root.sidePadding : 0)
+        horizontalAlignment: Text.AlignHCenter
+        role: root.isProminent ? BrandTheme.strongest : BrandTheme.strong
+        color: root.labelColor
+        text: root.text
+        Accessible.ignored: true
     }
 
     FocusRing {

@@ -13,17 +13,23 @@ Item {
     Accessible.ignored: true
 
     component Tile: Rectangle {
-        radius: 8 * root.part
+        id: tile
+
+        required property real part
+
+        radius: 8 * tile.part
         Accessible.ignored: true
     }
 
     Tile {
+        part: root.part
         width: 48 * root.part
         height: 80 * root.part
         color: BrandTheme.sage
     }
 
     Tile {
+        part: root.part
         x: 56 * root.part
         width: 72 * root.part
         height: 48 * root.part
@@ -31,6 +37,7 @@ Item {
     }
 
     Tile {
+        part: root.part
         x: 56 * root.part
         y: 56 * root.part
         width: 32 * root.part
@@ -39,6 +46,7 @@ Item {
     }
 
     Tile {
+        part: root.part
         x: 96 * root.part
         y: 56 * root.part
         width: 32 * root.part

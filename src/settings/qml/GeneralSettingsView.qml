@@ -5,11 +5,11 @@ import Velmorand.Settings
 Column {
     id: root
 
-    required property GeneralSettingsModel model
+    required property SettingsModel model
 
     spacing: BrandTheme.cardSpacing
-    Component.onCompleted: root.model.paneAppeared()
-    Component.onDestruction: root.model.paneDisappeared()
+    Component.onCompleted: root.model.general.paneAppeared()
+    Component.onDestruction: root.model.general.paneDisappeared()
 
     WelcomeCard {
         width: parent.width
@@ -17,11 +17,11 @@ Column {
 
     AccessibilityCard {
         width: parent.width
-        model: root.model
+        model: root.model.general
     }
 
     BehaviorCard {
         width: parent.width
-        model: root.model
+        model: root.model.general
     }
 }

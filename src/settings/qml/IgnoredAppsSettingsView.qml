@@ -2,5 +2,7 @@ import Velmorand.Settings
 
 /// The Ignored Apps pane.
 PaneHeader {
+    required property SettingsModel model
+
     title: qsTr("Ignored Apps")
 }

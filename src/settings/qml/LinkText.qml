@@ -17,32 +17,35 @@ T.AbstractButton {
     implicitHeight: label.implicitHeight
     hoverEnabled: true
     opacity: root.enabled ? 1 : BrandTheme.disabledOpacity
+    // The template makes a push button of it again when the accessibility interface comes into use.
     Accessible.role: Accessible.Link
+    Accessible.onRoleChanged: {
+        if (root.Accessible.role !== Accessible.Link)
+            root.Accessible.role = Accessible.Link;
+    }
     Accessible.name: root.text
     Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
-    contentItem: Item {
-        Symbol {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: root.symbol.length > 0
-            name: root.symbol
-            color: BrandTheme.bronze
-        }
+    Symbol {
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.symbol.length > 0
+        name: root.symbol
+        color: BrandTheme.bronze
+    }
 
-        Txt {
-            id: label
+    Txt {
+        id: label
 
-            x: root.textStart
-            width: parent.width - x
-            horizontalAlignment: root.isAtTheEnd ? Text.AlignRight : Text.AlignLeft
-            role: BrandTheme.strong
-            color: BrandTheme.bronze
-            font.underline: root.hovered
-            text: root.text
-            Accessible.ignored: true
-        }
+        x: root.textStart
+        width: parent.width - x
+        horizontalAlignment: root.isAtTheEnd ? Text.AlignRight : Text.AlignLeft
+        role: BrandTheme.strong
+        color: BrandTheme.bronze
+        font.underline: root.hovered
+        text: root.text
+        Accessible.ignored: true
     }
 
     HoverHandler {

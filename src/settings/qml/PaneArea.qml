@@ -5,8 +5,8 @@ import Velmorand.Settings
 Flickable {
     id: root
 
-    /// What is shown; it is laid out at the width that the padding leaves.
-    required property Component pane
+    /// Its selected pane is shown, laid out at the width that the padding leaves.
+    required property SettingsModel model
 
     contentWidth: root.width
     contentHeight: loader.height + 2 * BrandTheme.panePadding
@@ -14,6 +14,13 @@ Flickable {
     interactive: false
     clip: true
     Accessible.ignored: true
+
+    function load() {
+        loader.setSource(root.model.selectedView, {
+            model: root.model
+        });
+        root.scrollTo(0);
+    }
 
     function scrollTo(position: real) {
         root.contentY = Math.max(0, Math.min(position, root.contentHeight - root.height));
@@ -39,7 +46,15 @@ Flickable {
 
     onHeightChanged: root.scrollTo(root.contentY)
     onContentHeightChanged: root.scrollTo(root.contentY)
-    onPaneChanged: root.scrollTo(0)
+    Component.onCompleted: root.load()
+
+    Connections {
+        target: root.model
+
+        function onSelectedPaneChanged() {
+            root.load();
+        }
+    }
 
     Connections {
         target: root.Window.window
@@ -62,6 +77,5 @@ Flickable {
         x: BrandTheme.panePadding
         y: BrandTheme.panePadding
         width: root.width - 2 * BrandTheme.panePadding
-        sourceComponent: root.pane
     }
 }

@@ -7,14 +7,6 @@ Rectangle {
 
     required property SettingsModel model
 
-    /// One line for each pane, and its component below.
-    readonly property var panes: ({
-            general: generalPane,
-            shortcuts: shortcutsPane,
-            ignoredApps: ignoredAppsPane,
-            about: aboutPane
-        })
-
     color: BrandTheme.paper
     Accessible.ignored: true
 
@@ -31,7 +23,7 @@ Rectangle {
         anchors.left: sidebar.right
         anchors.right: parent.right
         height: parent.height
-        pane: root.panes[root.model.selectedPane]
+        model: root.model
     }
 
     BrandScrollBar {
@@ -45,34 +37,6 @@ Rectangle {
         onPositionChanged: {
             if (scrollBar.pressed)
                 area.scrollTo(scrollBar.position * area.contentHeight);
-        }
-    }
-
-    Component {
-        id: generalPane
-
-        GeneralSettingsView {
-            model: root.model.general
-        }
-    }
-
-    Component {
-        id: shortcutsPane
-
-        ShortcutsSettingsView {}
-    }
-
-    Component {
-        id: ignoredAppsPane
-
-        IgnoredAppsSettingsView {}
-    }
-
-    Component {
-        id: aboutPane
-
-        AboutSettingsView {
-            model: root.model
         }
     }
 }

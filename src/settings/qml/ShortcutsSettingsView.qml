@@ -2,5 +2,7 @@ import Velmorand.Settings
 
 /// The Shortcuts pane.
 PaneHeader {
+    required property SettingsModel model
+
     title: qsTr("Shortcuts")
 }

@@ -19,7 +19,12 @@ T.AbstractButton {
 
     implicitHeight: Math.max(36, label.implicitHeight + 16)
     hoverEnabled: true
+    // The template makes a push button of it again when the accessibility interface comes into use.
     Accessible.role: Accessible.PageTab
+    Accessible.onRoleChanged: {
+        if (root.Accessible.role !== Accessible.PageTab)
+            root.Accessible.role = Accessible.PageTab;
+    }
     Accessible.name: root.text
     Accessible.selectable: true
     Accessible.selected: root.isSelected
@@ -39,23 +44,21 @@ T.AbstractButton {
         }
     }
 
-    contentItem: Item {
-        Symbol {
-            x: 12
-            anchors.verticalCenter: parent.verticalCenter
-            name: root.symbol
-            color: root.isSelected ? BrandTheme.bronze : BrandTheme.slate
-        }
+    Symbol {
+        x: 12
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.symbol
+        color: root.isSelected ? BrandTheme.bronze : BrandTheme.slate
+    }
 
-        Txt {
-            id: label
+    Txt {
+        id: label
 
-            x: 38
-            anchors.verticalCenter: parent.verticalCenter
-            role: root.isSelected ? BrandTheme.strongest : BrandTheme.strong
-            text: root.text
-            Accessible.ignored: true
-        }
+        x: 38
+        anchors.verticalCenter: parent.verticalCenter
+        role: root.isSelected ? BrandTheme.strongest : BrandTheme.strong
+        text: root.text
+        Accessible.ignored: true
     }
 
     FocusRing {

@@ -12,7 +12,8 @@ ColorImage {
 
     width: root.size
     height: root.size
-    sourceSize: Qt.size(root.size, root.size)
+    sourceSize.width: root.size
+    sourceSize.height: root.size
     source: root.name.length > 0 ? "qrc:/qt/qml/Velmorand/Settings/symbols/" + root.name + ".svg" : ""
     Accessible.ignored: true
 }
