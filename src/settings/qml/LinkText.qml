@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Velmorand.Settings
 
 /// A text that opens something, underlined under the pointer.
-T.AbstractButton {
+Pressable {
     id: root
 
     /// The name of a drawing before the text; none when empty.
@@ -15,18 +14,8 @@ T.AbstractButton {
 
     implicitWidth: Math.ceil(label.implicitWidth) + root.textStart
     implicitHeight: label.implicitHeight
-    hoverEnabled: true
     opacity: root.enabled ? 1 : BrandTheme.disabledOpacity
-    // The template makes a push button of it again when the accessibility interface comes into use.
     Accessible.role: Accessible.Link
-    Accessible.onRoleChanged: {
-        if (root.Accessible.role !== Accessible.Link)
-            root.Accessible.role = Accessible.Link;
-    }
-    Accessible.name: root.text
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
     Symbol {
         anchors.verticalCenter: parent.verticalCenter

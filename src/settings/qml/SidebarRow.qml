@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Velmorand.Settings
 
 /// The entry of one pane in the sidebar.
-T.AbstractButton {
+Pressable {
     id: root
 
     required property string symbol
@@ -18,21 +17,12 @@ T.AbstractButton {
     }
 
     implicitHeight: Math.max(36, label.implicitHeight + 16)
-    hoverEnabled: true
-    // The template makes a push button of it again when the accessibility interface comes into use.
     Accessible.role: Accessible.PageTab
-    Accessible.onRoleChanged: {
-        if (root.Accessible.role !== Accessible.PageTab)
-            root.Accessible.role = Accessible.PageTab;
-    }
-    Accessible.name: root.text
     Accessible.selectable: true
     Accessible.selected: root.isSelected
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: BrandTheme.controlRadius
         color: root.fill
         Accessible.ignored: true

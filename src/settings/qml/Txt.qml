@@ -23,7 +23,6 @@ Text {
     textFormat: Text.PlainText
     Accessible.role: root.isHeading ? Accessible.Heading : Accessible.StaticText
     Accessible.name: root.text
-    Accessible.focusable: false
     Accessible.ignored: !root.visible || root.text.length === 0
 
     FontMetrics {
