@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "app/MenuBarController.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "preferences/PreferencesStore.h"
 #include "shortcuts/ShortcutManager.h"
@@ -174,6 +175,18 @@ TEST_F(AppDelegateTest, TerminatingWithoutHavingLaunchedDoesNothing) {
 
     EXPECT_EQ(service().registrationCount(), 0U);
     EXPECT_THAT(platform.log().lines(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, TerminatingHasTheSettingsWindowStoreWhatWaits) {
+    delegate->menuBarController().install();
+    EXPECT_THAT(settingsWindows.notes, IsEmpty());
+    platform.statusBar().items().front()->openMenu();
+    platform.statusBar().items().front()->choose("Settings...");
+    platform.runLoop().runPending();
+
+    delegate->applicationWillTerminate();
+
+    EXPECT_THAT(settingsWindows.notes, ElementsAre("made", "front", "saved"));
 }
 
 TEST_F(AppDelegateTest, TerminatingStoresTheLatestOfTheSettingsThatWaitOnce) {

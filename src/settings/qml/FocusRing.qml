@@ -7,7 +7,8 @@ Rectangle {
 
     /// The radius of what it goes around.
     property real around: BrandTheme.controlRadius
-    readonly property int reach: BrandTheme.focusAir + BrandTheme.focusLine
+    /// How far outside its outer edge is.
+    property int reach: BrandTheme.focusAir + BrandTheme.focusLine
 
     anchors.fill: parent
     anchors.margins: -root.reach

@@ -52,6 +52,7 @@ Pressable {
     }
 
     FocusRing {
+        reach: BrandTheme.focusLine
         visible: root.visualFocus
     }
 }
