@@ -67,6 +67,7 @@ desktop | gir1.2-gtk-3.0 | test windows of a toolkit
 desktop | gir1.2-gtk-4.0 | test windows of its next generation
 desktop | dbus-daemon | a private session bus for each test desktop
 desktop | at-spi2-core | the bus of assistive technology
+desktop | xdg-utils | opens an address with the program that the desktop has for it
 desktop | dunst | a server for notifications
 desktop | systemd | reads that entry
 desktop | fonts-dejavu-core | text in the test windows

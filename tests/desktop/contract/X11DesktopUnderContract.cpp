@@ -13,6 +13,7 @@
 #include <QDBusPendingCall>
 #include <QTimer>
 #include <QVariantMap>
+#include <QWindow>
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
@@ -108,6 +109,7 @@ X11DesktopUnderContract::X11DesktopUnderContract(std::unique_ptr<TestDesktop> de
 }
 
 X11DesktopUnderContract::~X11DesktopUnderContract() {
+    programsWindow_.reset();
     platform_.reset();
     notificationServer_.reset();
     panel_.reset();
@@ -328,6 +330,40 @@ bool X11DesktopUnderContract::startsAtLogin() {
     std::ifstream file(autostartFile());
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     return text.contains("\nExec=") && !text.contains("\nHidden=true\n");
+}
+
+void X11DesktopUnderContract::setMailProgram(bool isThere) {
+    // The machine may have one of its own.
+    setenv("XDG_DATA_DIRS", (desktop_->folder() / "no-data").c_str(), 1);
+    const std::filesystem::path data = desktop_->environment().at("XDG_DATA_HOME");
+    const std::filesystem::path entry = data / "applications/org.example.Mail.desktop";
+    if (!isThere) {
+        std::filesystem::remove(entry);
+        return;
+    }
+    const std::filesystem::path program = desktop_->folder() / "write-mail";
+    require(writeSettingsFile(program, "#!/bin/sh\necho \"$1\" >>'" + mailFile().native() + "'\n"));
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    require(writeSettingsFile(entry,
+                              "[Desktop Entry]\nType=Application\nName=Mail\nMimeType=x-scheme-handler/mailto;\nExec=" +
+                                  program.native() + " %u\n"));
+    const std::filesystem::path configuration = desktop_->environment().at("XDG_CONFIG_HOME");
+    require(writeSettingsFile(configuration / "mimeapps.list",
+                              "[Default Applications]\nx-scheme-handler/mailto=org.example.Mail.desktop\n"));
+}
+
+std::vector<std::string> X11DesktopUnderContract::begunMails() {
+    std::vector<std::string> mails;
+    std::ifstream file(mailFile());
+    for (std::string line; std::getline(file, line);) mails.push_back(line);
+    return mails;
+}
+
+void X11DesktopUnderContract::activateProgram() {
+    programsWindow_ = std::make_unique<QWindow>();
+    programsWindow_->setGeometry(initialDisplay.x + 100, initialDisplay.y + 100, 200, 100);
+    programsWindow_->show();
+    programsWindow_->requestActivate();
 }
 
 void X11DesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {

@@ -12,6 +12,8 @@
 #include <memory>
 #include <optional>
 
+class QWindow;
+
 namespace velmorand::desktop {
 
 /// The real platform in this process, on an X server, window manager and windows of its own. The primary display does
@@ -60,6 +62,11 @@ public:
     void switchOffLoginItem() override;
     [[nodiscard]] bool startsAtLogin() override;
 
+    void setMailProgram(bool isThere) override;
+    [[nodiscard]] std::vector<std::string> begunMails() override;
+
+    void activateProgram() override;
+
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
     void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
@@ -93,6 +100,7 @@ private:
     [[nodiscard]] ContractWindow add(int client, std::string_view title, const Rect& frame);
     void redirectLog();
     [[nodiscard]] std::filesystem::path autostartFile() const;
+    [[nodiscard]] std::filesystem::path mailFile() const { return desktop_->folder() / "mails"; }
 
     std::unique_ptr<TestDesktop> desktop_;
     TestKeyboard keyboard_;
@@ -105,6 +113,7 @@ private:
     std::string programName_ = "velmorand";
     char* arguments_[2] = {programName_.data(), nullptr};
     std::unique_ptr<Platform> platform_;
+    std::unique_ptr<QWindow> programsWindow_;
     std::unique_ptr<FakeNotificationServer> notificationServer_;
     std::unique_ptr<FakePanel> panel_;
     ReceivedMenu openMenu_;

@@ -158,6 +158,18 @@ public:
     /// Whether the system would start the program at the next log-in.
     [[nodiscard]] virtual bool startsAtLogin() = 0;
 
+    // Other programs
+
+    /// Installs a program that writes mail, or removes it.
+    virtual void setMailProgram(bool isThere) = 0;
+    /// The addresses with which that program was begun, in order.
+    [[nodiscard]] virtual std::vector<std::string> begunMails() = 0;
+
+    // This program
+
+    /// Gives the keyboard to a window of this program. The news arrives in a turn of the main loop.
+    virtual void activateProgram() = 0;
+
     // Displays
 
     /// Makes these the displays, without panels; the first is the primary one and starts at the origin.

@@ -103,4 +103,18 @@ TEST_P(NotificationCenterContract, TellsOfChangedDisplaysOnTheDefaultCentreOnly)
     workspaceCenter.removeObserver(other);
 }
 
+TEST_P(NotificationCenterContract, TellsThatThisProgramBecameActiveOnTheDefaultCentre) {
+    std::vector<Notification> told;
+    NotificationCenter& center = desktop->platform().defaultNotificationCenter();
+    const ObserverID id = center.addObserver(NotificationName::applicationBecameActive,
+                                             [&](const Notification& notification) { told.push_back(notification); });
+
+    desktop->activateProgram();
+    EXPECT_THAT(told, IsEmpty());
+
+    EXPECT_TRUE(desktop->runUntil([&] { return !told.empty(); }, deadline));
+    EXPECT_THAT(told, ElementsAre(Notification{NotificationName::applicationBecameActive, std::nullopt}));
+    center.removeObserver(id);
+}
+
 }  // namespace velmorand

@@ -1,6 +1,10 @@
 #include "platform/Workspace.h"
 #include "platform/contract/Contracts.h"
 
+#include <gmock/gmock.h>
+
+#include <optional>
+
 namespace velmorand {
 
 TEST_P(WorkspaceContract, TheApplicationOfTheFocusedWindowIsFrontmost) {
@@ -52,6 +56,30 @@ TEST_P(WorkspaceContract, AnApplicationThatEndedIsNotFrontmost) {
     desktop->endApplicationOf(window);
 
     EXPECT_NE(desktop->platform().workspace().frontmostApplication().value_or(RunningApplication{}).pid, pid);
+}
+
+TEST_P(WorkspaceContract, OpensAMailAddressWithTheProgramThatWritesMail) {
+    std::optional<bool> opened;
+    desktop->setMailProgram(true);
+
+    desktop->platform().workspace().openURL("mailto:somebody@example.org", [&](bool answer) { opened = answer; });
+    EXPECT_EQ(opened, std::nullopt);
+
+    EXPECT_TRUE(desktop->runUntil([&] { return opened.has_value(); }, deadline));
+    EXPECT_EQ(opened, true);
+    EXPECT_TRUE(desktop->runUntil([&] { return !desktop->begunMails().empty(); }, deadline));
+    EXPECT_THAT(desktop->begunMails(), testing::ElementsAre("mailto:somebody@example.org"));
+}
+
+TEST_P(WorkspaceContract, TellsThatNoProgramOpensAnAddress) {
+    std::optional<bool> opened;
+    desktop->setMailProgram(false);
+
+    desktop->platform().workspace().openURL("mailto:somebody@example.org", [&](bool answer) { opened = answer; });
+
+    EXPECT_TRUE(desktop->runUntil([&] { return opened.has_value(); }, deadline));
+    EXPECT_EQ(opened, false);
+    EXPECT_THAT(desktop->begunMails(), testing::IsEmpty());
 }
 
 TEST_P(WorkspaceContract, MotionIsNotReducedUnlessTheUserAsksForIt) {

@@ -52,6 +52,15 @@ public:
         return platform_.loginItemService().status() == LoginItemStatus::enabled;
     }
 
+    void setMailProgram(bool isThere) override { platform_.workspace().setOpensURLs(isThere); }
+    [[nodiscard]] std::vector<std::string> begunMails() override { return platform_.workspace().openedURLs(); }
+
+    void activateProgram() override {
+        platform_.runLoop().post([this] {
+            platform_.defaultNotificationCenter().post({NotificationName::applicationBecameActive, std::nullopt});
+        });
+    }
+
     void setDisplays(const std::vector<Rect>& axFrames) override;
 
     void press(std::uint32_t keyCode, std::uint32_t modifiers) override;
