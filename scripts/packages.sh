@@ -72,6 +72,8 @@ desktop | dunst | a server for notifications
 desktop | systemd | reads that entry
 desktop | fonts-dejavu-core | text in the test windows
 package | debhelper | builds the Debian package
+pictures | imagemagick | `scripts/settings-pictures` takes windows with it
+pictures | xdotool | moves, sizes and scrolls them
 check | clang-format-19 | format check
 check | appstream | checks the description for software centres
 check | desktop-file-utils | checks the desktop entry
@@ -92,6 +94,7 @@ group_title() {
         display) echo "to run on your display" ;;
         desktop) echo "for the test desktops" ;;
         package) echo "for \`scripts/package\`" ;;
+        pictures) echo "for the pictures of the settings window" ;;
         check) echo "for \`./check\`" ;;
         full) echo "for \`./check --full\`" ;;
     esac

@@ -34,10 +34,10 @@ Rectangle {
 
         anchors.top: name.bottom
         x: 24
-        width: root.width - 24
+        width: root.width - 32
         role: BrandTheme.tagLine
         text: qsTr("Arrange • Snap • Focus")
-        elide: Text.ElideRight
+        wrapMode: Text.Wrap
     }
 
     Column {
