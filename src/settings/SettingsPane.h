@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGlobal>
 #include <array>
 #include <cstdint>
 #include <string_view>
@@ -20,10 +21,13 @@ struct SettingsPaneDescription {
 };
 
 inline constexpr std::array<SettingsPaneDescription, 4> settingsPanes{{
-    {SettingsPane::general, "general", "General", "gearshape", "GeneralSettingsView.qml"},
-    {SettingsPane::shortcuts, "shortcuts", "Shortcuts", "keyboard", "ShortcutsSettingsView.qml"},
-    {SettingsPane::ignoredApps, "ignoredApps", "Ignored Apps", "nosign.app", "IgnoredAppsSettingsView.qml"},
-    {SettingsPane::about, "about", "About", "info.circle", "AboutSettingsView.qml"},
+    {SettingsPane::general, "general", QT_TRANSLATE_NOOP("SettingsPane", "General"), "gearshape",
+     "GeneralSettingsView.qml"},
+    {SettingsPane::shortcuts, "shortcuts", QT_TRANSLATE_NOOP("SettingsPane", "Shortcuts"), "keyboard",
+     "ShortcutsSettingsView.qml"},
+    {SettingsPane::ignoredApps, "ignoredApps", QT_TRANSLATE_NOOP("SettingsPane", "Ignored Apps"), "nosign.app",
+     "IgnoredAppsSettingsView.qml"},
+    {SettingsPane::about, "about", QT_TRANSLATE_NOOP("SettingsPane", "About"), "info.circle", "AboutSettingsView.qml"},
 }};
 
 }  // namespace velmorand
