@@ -8,7 +8,20 @@ Rectangle {
     required property SettingsModel model
 
     color: BrandTheme.paper
+    focus: true
     Accessible.ignored: true
+    Keys.onPressed: event => {
+        const page = area.height - 2 * BrandTheme.panePadding;
+        const positions = {
+            [Qt.Key_PageUp]: area.contentY - page,
+            [Qt.Key_PageDown]: area.contentY + page,
+            [Qt.Key_Home]: 0,
+            [Qt.Key_End]: area.contentHeight
+        };
+        event.accepted = event.key in positions;
+        if (event.accepted)
+            area.scrollTo(positions[event.key]);
+    }
 
     SettingsSidebar {
         id: sidebar
