@@ -15,10 +15,9 @@ QString toQString(std::string_view text) {
 
 }  // namespace
 
-GeneralSettingsModel::GeneralSettingsModel(const SettingsServices& services, const SettingsPlatform& platform,
-                                           QObject* parent)
+GeneralSettingsModel::GeneralSettingsModel(SettingsServices services, const SettingsPlatform& platform, QObject* parent)
     : QObject(parent),
-      services_(services),
+      services_(std::move(services)),
       launchAtLogin_(platform.loginItemService),
       launchAtLoginStatus_(launchAtLogin_.currentStatus()),
       animationDuration_(

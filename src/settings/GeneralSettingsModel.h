@@ -34,7 +34,7 @@ class GeneralSettingsModel final : public QObject {
     Q_PROPERTY(velmorand::PreferenceSlider* innerGap READ innerGap CONSTANT)
 
 public:
-    GeneralSettingsModel(const SettingsServices& services, const SettingsPlatform& platform, QObject* parent = nullptr);
+    GeneralSettingsModel(SettingsServices services, const SettingsPlatform& platform, QObject* parent = nullptr);
     ~GeneralSettingsModel() override;
 
     [[nodiscard]] bool isTrusted() const;

@@ -82,14 +82,14 @@ void QuickSettingsWindow::place() {
     if (!stored) logger_.error("Cannot read where the settings window was: {}", stored.error().description);
     const auto frame = stored && *stored ? windowFrameFromText(**stored) : std::nullopt;
     frame_ = frame.value_or(centered(screen()->availableGeometry(), contentSize));
-    setGeometry(windowFrameWithin(freeAreas(), *frame_, smallestContentSize));
+    setGeometry(windowFrameWithin(freeAreas(), frame_, smallestContentSize));
 }
 
 void QuickSettingsWindow::bringToFront() {
     if (!isVisible()) {
         refreshLook();
         model_.general()->becameActive();
-        if (frame_) setGeometry(windowFrameWithin(freeAreas(), *frame_, smallestContentSize));
+        setGeometry(windowFrameWithin(freeAreas(), frame_, smallestContentSize));
     }
     show();
     raise();
@@ -109,7 +109,7 @@ void QuickSettingsWindow::noteFrame() {
 
 void QuickSettingsWindow::savePending() {
     if (!std::exchange(pendingSave_, std::nullopt)) return;
-    const auto stored = platform_.userDefaults.setData(frameKey, windowFrameText(*frame_));
+    const auto stored = platform_.userDefaults.setData(frameKey, windowFrameText(frame_));
     if (!stored) logger_.error("Cannot store where the settings window is: {}", stored.error().description);
 }
 

@@ -48,7 +48,7 @@ private:
     SettingsModel model_;
     DesktopLook look_;
     /// Where the window is or was when it was last seen.
-    std::optional<QRect> frame_;
+    QRect frame_;
     std::optional<RunLoop::Timer> pendingSave_;
     NotificationToken activation_;
 };

@@ -42,7 +42,7 @@ QVariantList SettingsModel::panes() const {
     for (const SettingsPaneDescription& pane : settingsPanes) {
         list.append(QVariantMap{
             {QStringLiteral("rawValue"), toQString(pane.rawValue)},
-            {QStringLiteral("title"), QCoreApplication::translate("SettingsPane", pane.title.data())},
+            {QStringLiteral("title"), QCoreApplication::translate("SettingsPane", std::string(pane.title).c_str())},
             {QStringLiteral("symbol"), toQString(pane.symbol)},
         });
     }

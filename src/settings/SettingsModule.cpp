@@ -4,13 +4,14 @@
 #include <QDir>
 #include <QFile>
 #include <QLibrary>
+#include <array>
 #include <utility>
 
 namespace velmorand {
 namespace {
 
 /// Relative to the folder of the executable: in the build tree, and installed.
-constexpr const char* moduleFolders[] = {"lib/velmorand", VELMORAND_MODULE_FOLDER};
+constexpr std::array<const char*, 2> moduleFolders{"lib/velmorand", VELMORAND_MODULE_FOLDER};
 constexpr const char* moduleFile = "libvelmorand_settings.so";
 
 /// Where the module is; when it is nowhere, where it should be.
