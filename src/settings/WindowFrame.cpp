@@ -39,9 +39,12 @@ std::optional<QRect> windowFrameFromText(std::string_view text) {
     const char* position = text.data();
     const char* const end = text.data() + text.size();
     for (std::size_t i = 0; i < numbers.size(); ++i) {
-        if (i > 0 && (position == end || *position++ != ' ')) return std::nullopt;
+        if (i > 0) {
+            if (position == end || *position != ' ') return std::nullopt;
+            ++position;
+        }
         const auto [next, error] = std::from_chars(position, end, numbers.at(i));
-        if (error != std::errc{} || std::abs(numbers.at(i)) > farthest) return std::nullopt;
+        if (error != std::errc{} || numbers.at(i) < -farthest || numbers.at(i) > farthest) return std::nullopt;
         position = next;
     }
     const QRect frame(numbers[0], numbers[1], numbers[2], numbers[3]);

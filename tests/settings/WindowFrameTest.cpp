@@ -35,6 +35,7 @@ TEST(WindowFrameTest, IsAbsentInAnyOtherText) {
         "1 2 3 4x",
         "99999999999 2 3 4",
         "1000001 2 3 4",
+        "-2147483648 2 3 4",
         "1.5 2 3 4",
         "+1 2 3 4",
     });
