@@ -76,12 +76,19 @@ QuickSettingsWindow::~QuickSettingsWindow() {
     setSource({});
 }
 
+std::optional<QRect> QuickSettingsWindow::storedFrame() const {
+    const auto stored = platform_.userDefaults.data(frameKey);
+    if (!stored) {
+        logger_.error("Cannot read where the settings window was: {}", stored.error().description);
+        return std::nullopt;
+    }
+    const std::optional<std::string>& text = *stored;
+    return text ? windowFrameFromText(*text) : std::nullopt;
+}
+
 /// Centred, unless an earlier run left it elsewhere.
 void QuickSettingsWindow::place() {
-    const auto stored = platform_.userDefaults.data(frameKey);
-    if (!stored) logger_.error("Cannot read where the settings window was: {}", stored.error().description);
-    const auto frame = stored && *stored ? windowFrameFromText(**stored) : std::nullopt;
-    frame_ = frame.value_or(centered(screen()->availableGeometry(), contentSize));
+    frame_ = storedFrame().value_or(centered(screen()->availableGeometry(), contentSize));
     setGeometry(windowFrameWithin(freeAreas(), frame_, smallestContentSize));
 }
 

@@ -39,6 +39,7 @@ protected:
 private:
     QuickSettingsWindow(const SettingsServices& services, const SettingsPlatform& platform,
                         SettingsFailureHandler onFailure);
+    [[nodiscard]] std::optional<QRect> storedFrame() const;
     void place();
     void noteFrame();
     void refreshLook();
