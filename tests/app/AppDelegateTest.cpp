@@ -108,7 +108,7 @@ TEST_F(AppDelegateTest, StartingTheProgramAgainShowsTheSettings) {
 
     EXPECT_EQ(platform.application().run(), 0);
 
-    EXPECT_TRUE(platform.log().contains(LogLevel::error, "settings", "The settings window is not installed."));
+    EXPECT_THAT(settingsWindows.notes, ElementsAre("made", "front", "saved"));
 }
 
 TEST_F(AppDelegateTest, LaunchingStartsTheShortcutManagerAndAsksForNothing) {
