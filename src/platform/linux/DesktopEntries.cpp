@@ -3,10 +3,14 @@
 #include "base/UnicodeText.h"
 #include "platform/linux/BaseFolders.h"
 #include "platform/linux/DesktopEntryText.h"
+#include "platform/linux/DesktopEnvironment.h"
+#include "platform/linux/DetachedProcess.h"
 #include "platform/linux/RegularFile.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <ranges>
 #include <system_error>
 
 namespace velmorand {
@@ -30,6 +34,42 @@ std::optional<std::string> executableOf(std::string_view exec) {
     const std::string program = programOfExecValue(exec).value_or("");
     const std::string_view name = lastPart(program, '/');
     return name.empty() ? std::nullopt : std::optional(std::string(name));
+}
+
+std::vector<std::string> partsOf(std::string_view text, char separator) {
+    std::vector<std::string> parts;
+    for (const auto part : std::views::split(text, separator)) {
+        if (!part.empty()) parts.emplace_back(part.begin(), part.end());
+    }
+    return parts;
+}
+
+/// The names in a value that is a list.
+std::vector<std::string> namesIn(const std::optional<std::string>& value) {
+    return partsOf(value.value_or(""), ';');
+}
+
+/// A name of a theme's icon has no ending, though many entries write one; a relative path leads nowhere.
+std::optional<std::string> iconOf(std::string_view value) {
+    constexpr std::array<std::string_view, 3> endings{".png", ".svg", ".xpm"};
+    std::string icon = validUtf8(unescapedValue(value));
+    if (hasControlCharacter(icon)) return std::nullopt;
+    if (icon.starts_with('/')) return icon;
+    const bool hasEnding =
+        std::ranges::any_of(endings, [&](std::string_view ending) { return icon.ends_with(ending); });
+    if (hasEnding) icon.resize(icon.size() - endings.front().size());
+    return icon.empty() || icon.contains('/') ? std::nullopt : std::optional(std::move(icon));
+}
+
+std::string idOfRelative(const fs::path& relative) {
+    std::string id = relative.string();
+    id.resize(id.size() - suffix.size());
+    std::ranges::replace(id, '/', '-');
+    return id;
+}
+
+bool isThere(const std::optional<std::string>& program) {
+    return !program || findProgram(*program);
 }
 
 /// "de_AT.UTF-8" gives "de_AT" and "de".
@@ -56,21 +96,36 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string id, std::string_view t
     const auto value = [&](std::string_view key) { return desktopEntryValue(values, key); };
     if (value("Type") != "Application" || value("Hidden") == "true") return std::nullopt;
 
-    DesktopEntry entry{std::move(id), value("Name"), value("StartupWMClass"), value("Exec").and_then(executableOf)};
+    DesktopEntry entry{std::move(id), value("Name").and_then(lineOfValue), value("StartupWMClass"),
+                       value("Exec").and_then(executableOf), value("Icon").and_then(iconOf)};
     for (const std::string& locale : locales) {
-        const auto localized = value("Name[" + locale + "]");
+        const auto localized = value("Name[" + locale + "]").and_then(lineOfValue);
         if (!localized) continue;
         entry.name = localized;
         break;
     }
+    entry.listing = {.isHiddenInMenus = value("NoDisplay") == "true",
+                     .onlyIn = namesIn(value("OnlyShowIn")),
+                     .notIn = namesIn(value("NotShowIn")),
+                     .neededProgram = value("TryExec").transform(unescapedValue)};
     return entry;
 }
 
-DesktopEntries::DesktopEntries(std::vector<fs::path> folders, std::vector<std::string> locales)
-    : folders_(std::move(folders)), locales_(std::move(locales)) {}
+bool isListedIn(const DesktopEntryListing& listing, const std::vector<std::string>& desktops) {
+    if (listing.isHiddenInMenus) return false;
+    for (const std::string& desktop : desktops) {
+        if (std::ranges::count(listing.onlyIn, desktop) > 0) return true;
+        if (std::ranges::count(listing.notIn, desktop) > 0) return false;
+    }
+    return listing.onlyIn.empty();
+}
+
+DesktopEntries::DesktopEntries(std::vector<fs::path> folders, std::vector<std::string> locales,
+                               std::vector<std::string> desktops)
+    : folders_(std::move(folders)), locales_(std::move(locales)), desktops_(std::move(desktops)) {}
 
 DesktopEntries DesktopEntries::ofSession() {
-    return {dataFolders(), sessionLocales()};
+    return {dataFolders(), sessionLocales(), partsOf(currentDesktopNames(), ':')};
 }
 
 bool DesktopEntries::isCurrent() const {
@@ -98,18 +153,24 @@ void DesktopEntries::readFolder(const fs::path& folder) {
 }
 
 void DesktopEntries::readEntry(const fs::path& folder, const fs::path& path) {
-    std::string id = path.lexically_relative(folder).string();
-    id.resize(id.size() - suffix.size());
-    std::ranges::replace(id, '/', '-');
+    const std::string id = idOfRelative(path.lexically_relative(folder));
     if (!ids_.insert(id).second) return;
-    if (auto entry = parseDesktopEntry(id, readRegularFile(path), locales_)) entries_.emplace(id, std::move(*entry));
+    auto entry = parseDesktopEntry(id, readRegularFile(path), locales_);
+    if (!entry) return;
+    entry->path = path;
+    entries_.emplace(id, std::move(*entry));
 }
 
 template <typename Matches>
 const DesktopEntry* DesktopEntries::find(const Matches& matches) {
     refresh();
-    const auto found = std::ranges::find_if(entries_, [&](const auto& entry) { return matches(entry.second); });
-    return found == entries_.end() ? nullptr : &found->second;
+    const DesktopEntry* unlisted = nullptr;
+    for (const auto& [id, entry] : entries_) {
+        if (!matches(entry)) continue;
+        if (isListedIn(entry.listing, desktops_)) return &entry;
+        if (unlisted == nullptr) unlisted = &entry;
+    }
+    return unlisted;
 }
 
 const DesktopEntry* DesktopEntries::byID(std::string_view id) {
@@ -137,6 +198,32 @@ const DesktopEntry* DesktopEntries::byBaseName(std::string_view name) {
 
 const DesktopEntry* DesktopEntries::byExecutable(std::string_view executable) {
     return find([&](const DesktopEntry& entry) { return entry.executable == executable; });
+}
+
+std::vector<DesktopEntry> DesktopEntries::listed() {
+    refresh();
+    std::vector<DesktopEntry> found;
+    for (const auto& [id, entry] : entries_) {
+        if (isListedIn(entry.listing, desktops_) && isThere(entry.listing.neededProgram)) found.push_back(entry);
+    }
+    return found;
+}
+
+std::optional<DesktopEntry> DesktopEntries::inFile(const fs::path& file) const {
+    if (file.extension() != suffix) return std::nullopt;
+    auto entry = parseDesktopEntry(idOf(file).value_or(file.stem().string()), readRegularFile(file), locales_);
+    if (entry) entry->path = file;
+    return entry;
+}
+
+std::optional<std::string> DesktopEntries::idOf(const fs::path& file) const {
+    if (file.extension() != suffix) return std::nullopt;
+    for (const fs::path& folder : folders_) {
+        const fs::path relative =
+            file.lexically_normal().lexically_relative((folder / "applications").lexically_normal());
+        if (!relative.empty() && *relative.begin() != "..") return idOfRelative(relative);
+    }
+    return std::nullopt;
 }
 
 }  // namespace velmorand

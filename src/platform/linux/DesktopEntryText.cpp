@@ -75,6 +75,21 @@ std::string unescapedValue(std::string_view value) {
     return text;
 }
 
+std::optional<std::string> lineOfValue(std::string_view value) {
+    const std::string text = validUtf8(unescapedValue(value));
+    std::string line;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        // In UTF-8 the control characters beyond ASCII are 0xC2 and a byte from 0x80 to 0x9F.
+        const bool isLateControl = byte == 0xC2 && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+        const bool isControl = isLateControl || byte < 0x20 || byte == 0x7F;
+        line += isControl ? ' ' : text[i];
+        if (isLateControl) ++i;
+    }
+    const std::string_view shown = trimmed(line);
+    return shown.empty() ? std::nullopt : std::optional(std::string(shown));
+}
+
 std::optional<std::string> execValueFor(const std::filesystem::path& program) {
     const std::string& path = program.native();
     if (!isValidUtf8(path) || hasControlCharacter(path)) return std::nullopt;

@@ -21,6 +21,10 @@ using DesktopEntryValues = std::map<std::string, std::string, std::less<>>;
 /// The text that a value of a desktop entry stands for. A backslash before a character that it gives no meaning stays.
 [[nodiscard]] std::string unescapedValue(std::string_view value);
 
+/// The text as one line that can be shown: escapes resolved, no control characters, no blanks around it. Absent when
+/// nothing is left. What is not UTF-8 becomes U+FFFD.
+[[nodiscard]] std::optional<std::string> lineOfValue(std::string_view value);
+
 /// The value of "Exec" that starts the program at this absolute path, without arguments. Absent when a desktop entry
 /// cannot name it: what is not UTF-8 or has control characters.
 [[nodiscard]] std::optional<std::string> execValueFor(const std::filesystem::path& program);

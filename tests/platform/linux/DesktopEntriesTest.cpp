@@ -224,6 +224,74 @@ TEST_F(DesktopEntriesTest, AreFoundByTheirExecutable) {
     EXPECT_THAT(entries.byExecutable(""), IsNull());
 }
 
+TEST_F(DesktopEntriesTest, ThatMenusListAreFoundBeforeThoseThatTheyHide) {
+    const std::string more = "StartupWMClass=Browser\nExec=browser %U\n";
+    addToSystem("com.example.Browser.desktop", entryText("Hidden", more + "NoDisplay=true\n"));
+    addToSystem("org.example.browser.desktop", entryText("Listed", more));
+
+    EXPECT_EQ(nameOf(entries.byStartupWMClass("Browser")), "Listed");
+    EXPECT_EQ(nameOf(entries.byStartupWMClass("browser")), "Listed");
+    EXPECT_EQ(nameOf(entries.byBaseName("browser")), "Listed");
+    EXPECT_EQ(nameOf(entries.byExecutable("browser")), "Listed");
+    EXPECT_EQ(nameOf(entries.byID("com.example.Browser")), "Hidden");
+}
+
+TEST_F(DesktopEntriesTest, ThatMenusHideAreFoundByAnExactClassBeforeListedOnesByAnyLetterCase) {
+    addToSystem("a.desktop", entryText("Listed", "StartupWMClass=EDITOR\n"));
+    addToSystem("b.desktop", entryText("Hidden", "StartupWMClass=Editor\nNoDisplay=true\n"));
+
+    EXPECT_EQ(nameOf(entries.byStartupWMClass("Editor")), "Hidden");
+}
+
+TEST_F(DesktopEntriesTest, OfTheMenusAreListed) {
+    addToUser("b.desktop", entryText("Here", "NoDisplay=true\n"));
+    addToSystem("a.desktop", entryText("First", "TryExec=/bin/sh\n"));
+    addToSystem("b.desktop", entryText("Covered"));
+    addToSystem("c.desktop", entryText("Other Desktop", "OnlyShowIn=Other;\n"));
+    addToSystem("d.desktop", entryText("Program Missing", "TryExec=/nowhere/editor\n"));
+    addToSystem("e.desktop", entryText("Last", "NotShowIn=Other;\nTryExec=sh\n"));
+
+    const auto listed = entries.listed();
+
+    ASSERT_EQ(listed.size(), 2U);
+    EXPECT_EQ(listed[0].id, "a");
+    EXPECT_EQ(listed[0].path, folder.path() / "system/applications/a.desktop");
+    EXPECT_EQ(listed[1].id, "e");
+}
+
+TEST_F(DesktopEntriesTest, HaveTheIdOfTheIndexWhenTheyAreReadFromTheirFile) {
+    addToSystem("vendor/editor.desktop", entryText("Editor", "Name[de]=Schreiber\n"));
+    folder.write("elsewhere/editor.desktop", entryText("Other"));
+    const fs::path inside = folder.path() / "system/applications/vendor/editor.desktop";
+    const fs::path outside = folder.path() / "elsewhere/editor.desktop";
+
+    const auto inIndex = entries.inFile(inside);
+    const auto elsewhere = entries.inFile(outside);
+
+    ASSERT_TRUE(inIndex && elsewhere);
+    EXPECT_EQ(inIndex->id, "vendor-editor");
+    EXPECT_EQ(inIndex->name, "Schreiber");
+    EXPECT_EQ(inIndex->path, inside);
+    EXPECT_EQ(elsewhere->id, "editor");
+    EXPECT_TRUE(entries.covers(inside));
+    EXPECT_FALSE(entries.covers(outside));
+    EXPECT_FALSE(entries.covers(folder.path() / "system/applications/vendor/editor.txt"));
+}
+
+TEST_F(DesktopEntriesTest, AreNotReadFromWhatIsNone) {
+    addToSystem("broken.desktop", "[Desktop Entry]\nType=App");
+    addToSystem("editor.txt", entryText("Text"));
+    folder.write("folder.desktop/file", "");
+    folder.makePipe("pipe.desktop");
+
+    EXPECT_EQ(entries.inFile(folder.path() / "system/applications/broken.desktop"), std::nullopt);
+    EXPECT_EQ(entries.inFile(folder.path() / "system/applications/editor.txt"), std::nullopt);
+    EXPECT_EQ(entries.inFile(folder.path() / "folder.desktop"), std::nullopt);
+    EXPECT_EQ(entries.inFile(folder.path() / "pipe.desktop"), std::nullopt);
+    EXPECT_EQ(entries.inFile("/"), std::nullopt);
+    EXPECT_EQ(entries.inFile(""), std::nullopt);
+}
+
 /// An index over the folders and language that the environment names.
 class SessionDesktopEntriesTest : public testing::Test {
 protected:
@@ -261,6 +329,17 @@ TEST_F(SessionDesktopEntriesTest, AreInTheSystemsFoldersInTheirOrderAfterTheUser
     EXPECT_EQ(nameOf(entries.byID("a")), "User");
     EXPECT_EQ(nameOf(entries.byID("b")), "First");
     EXPECT_EQ(nameOf(entries.byID("c")), "Second");
+}
+
+TEST_F(SessionDesktopEntriesTest, AreListedAsTheDesktopOfTheSessionWants) {
+    folder.write("first/applications/a.desktop", entryText("A", "OnlyShowIn=XFCE;\n"));
+    folder.write("first/applications/b.desktop", entryText("B", "NotShowIn=XFCE;\n"));
+    const ScopedEnvironment desktops{"XDG_CURRENT_DESKTOP", "Own:XFCE"};
+
+    const auto listed = DesktopEntries::ofSession().listed();
+
+    ASSERT_EQ(listed.size(), 1U);
+    EXPECT_EQ(listed[0].id, "a");
 }
 
 TEST_F(SessionDesktopEntriesTest, AreNamedInTheLanguageOfTheSession) {

@@ -13,7 +13,7 @@ namespace velmorand {
 
 void PrintTo(const DesktopEntry& entry, std::ostream* out) {
     *out << entry.id << " name " << entry.name.value_or("none") << " class " << entry.startupWMClass.value_or("none")
-         << " executable " << entry.executable.value_or("none");
+         << " executable " << entry.executable.value_or("none") << " icon " << entry.icon.value_or("none");
 }
 
 namespace {
@@ -170,6 +170,94 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(DesktopEntryTest, IsThereWhenItSaysThatItIsNotHidden) {
     EXPECT_TRUE(parsedWith("Hidden=false").has_value());
     EXPECT_TRUE(parsedWith("NoDisplay=true").has_value());
+}
+
+struct LineRow {
+    std::string name;
+    std::string value;
+    std::optional<std::string> expected;
+
+    friend void PrintTo(const LineRow& row, std::ostream* out) { *out << row.name; }
+};
+
+class DesktopEntryLineTest : public testing::TestWithParam<LineRow> {};
+
+TEST_P(DesktopEntryLineTest, IsWhatANameShows) {
+    EXPECT_EQ(parsedWith("Name=" + GetParam().value)->name, GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, DesktopEntryLineTest,
+                         testing::Values(LineRow{"Escapes", R"(Fish\sand\\Chips)", "Fish and\\Chips"},
+                                         LineRow{"LineEndsAsSpaces", R"(Fish\nChips\r\t!)", "Fish Chips  !"},
+                                         LineRow{"BlanksAroundAnEscape", R"(\sFish\n)", "Fish"},
+                                         LineRow{"NothingButBlanks", R"(\s\t)", std::nullopt},
+                                         LineRow{"ControlCharacters", "Fish\x1B[1m\x7F", "Fish [1m"},
+                                         LineRow{"LateControlCharacters", "Fish\u0085\u009B\u00A0é", "Fish  \u00A0é"},
+                                         LineRow{"BrokenBytes", "Caf\xE9\xC2", "Caf\uFFFD\uFFFD"},
+                                         LineRow{"RightToLeft", "עורך טקסט", "עורך טקסט"}),
+                         [](const auto& each) { return each.param.name; });
+
+struct IconRow {
+    std::string name;
+    std::string value;
+    std::optional<std::string> expected;
+
+    friend void PrintTo(const IconRow& row, std::ostream* out) { *out << row.name; }
+};
+
+class DesktopEntryIconTest : public testing::TestWithParam<IconRow> {};
+
+TEST_P(DesktopEntryIconTest, IsANameOrAnAbsolutePath) {
+    EXPECT_EQ(parsedWith("Icon=" + GetParam().value)->icon, GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, DesktopEntryIconTest,
+                         testing::Values(IconRow{"Name", "org.example.Editor", "org.example.Editor"},
+                                         IconRow{"NameWithEnding", "editor.png", "editor"},
+                                         IconRow{"NameWithTwoEndings", "editor.svg.png", "editor.svg"},
+                                         IconRow{"OnlyAnEnding", ".png", std::nullopt},
+                                         IconRow{"Path", "/opt/The\\sEditor/icon.png", "/opt/The Editor/icon.png"},
+                                         IconRow{"RelativePath", "icons/editor.png", std::nullopt},
+                                         IconRow{"ControlCharacter", R"(edi\ntor)", std::nullopt},
+                                         IconRow{"Empty", "", std::nullopt}),
+                         [](const auto& each) { return each.param.name; });
+
+struct ListingRow {
+    std::string name;
+    std::string lines;
+    std::vector<std::string> desktops;
+    bool expected = false;
+
+    friend void PrintTo(const ListingRow& row, std::ostream* out) { *out << row.name; }
+};
+
+class DesktopEntryListingTest : public testing::TestWithParam<ListingRow> {};
+
+TEST_P(DesktopEntryListingTest, TellsWhetherMenusListIt) {
+    EXPECT_EQ(isListedIn(parsedWith(GetParam().lines)->listing, GetParam().desktops), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, DesktopEntryListingTest,
+    testing::Values(ListingRow{"Plain", "Name=A", {"XFCE"}, true}, ListingRow{"WithoutADesktop", "Name=A", {}, true},
+                    ListingRow{"NoDisplay", "NoDisplay=true", {"XFCE"}, false},
+                    ListingRow{"NoDisplayDenied", "NoDisplay=false", {"XFCE"}, true},
+                    ListingRow{"OnlyHere", "OnlyShowIn=KDE;XFCE;", {"XFCE"}, true},
+                    ListingRow{"OnlyHereWithoutASemicolon", "OnlyShowIn=XFCE", {"XFCE"}, true},
+                    ListingRow{"OnlyElsewhere", "OnlyShowIn=KDE;", {"XFCE"}, false},
+                    ListingRow{"OnlyElsewhereWithoutADesktop", "OnlyShowIn=KDE;", {}, false},
+                    ListingRow{"OnlyNowhere", "OnlyShowIn=", {"XFCE"}, true},
+                    ListingRow{"OtherLetterCase", "OnlyShowIn=xfce;", {"XFCE"}, false},
+                    ListingRow{"NotHere", "NotShowIn=XFCE;KDE;", {"XFCE"}, false},
+                    ListingRow{"NotElsewhere", "NotShowIn=KDE;", {"XFCE"}, true},
+                    ListingRow{"OnlyInTheMoreImportant", "OnlyShowIn=A;\nNotShowIn=B;", {"A", "B"}, true},
+                    ListingRow{"NotInTheMoreImportant", "OnlyShowIn=B;\nNotShowIn=A;", {"A", "B"}, false},
+                    ListingRow{"OnlyButNoDisplay", "OnlyShowIn=XFCE;\nNoDisplay=true", {"XFCE"}, false}),
+    [](const auto& each) { return each.param.name; });
+
+TEST(DesktopEntryTest, NamesTheProgramWithoutWhichItIsNotThere) {
+    EXPECT_EQ(parsedWith("TryExec=/opt/The\\sEditor/editor")->listing.neededProgram, "/opt/The Editor/editor");
+    EXPECT_EQ(parsedWith("TryExec=")->listing.neededProgram, std::nullopt);
 }
 
 TEST(DesktopEntryTest, SurvivesAnyBytes) {
