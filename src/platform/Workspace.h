@@ -1,10 +1,14 @@
 #pragma once
 
+#include "platform/InstalledApplication.h"
+
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velmorand {
 
@@ -18,7 +22,8 @@ struct RunningApplication {
     bool operator==(const RunningApplication&) const = default;
 };
 
-/// The running applications of the user's session (`NSWorkspace`). Main thread only.
+/// The applications of the user's session, those that run and those that are installed (`NSWorkspace`). Main thread
+/// only. Every question is answered at once.
 class Workspace {
 public:
     virtual ~Workspace() = default;
@@ -41,6 +46,25 @@ public:
     /// Opens an address, such as "mailto:somebody@example.org", with the program that the user has for it
     /// (`openURL:configuration:completionHandler:`).
     virtual void openURL(std::string_view url, OpenURLCompletion completion) = 0;
+
+    /// Where the application with this bundle identifier is (`URLForApplicationWithBundleIdentifier:`); absent when no
+    /// such application is installed. Letter case counts.
+    [[nodiscard]] virtual std::optional<std::filesystem::path> applicationWithIdentifier(
+        std::string_view bundleIdentifier) = 0;
+
+    /// The name that the user reads for what is at this location (`NSFileManager.displayNameAtPath:`): one line, not
+    /// empty. Where there is no application it is made of the path.
+    [[nodiscard]] virtual std::string displayName(const std::filesystem::path& location) = 0;
+
+    /// The icon of the application at this location (`iconForFile:`); absent when it has none.
+    [[nodiscard]] virtual std::optional<ApplicationIcon> icon(const std::filesystem::path& location) = 0;
+
+    /// The bundle identifier of the application at this location (`NSBundle.bundleIdentifier`), the same that
+    /// `frontmostApplication` tells while it runs. Absent when there is no application or it has no identifier.
+    [[nodiscard]] virtual std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) = 0;
+
+    /// The applications that the desktop offers its user, in no order; without those that it keeps from its menus.
+    [[nodiscard]] virtual std::vector<InstalledApplication> installedApplications() = 0;
 
 protected:
     Workspace() = default;

@@ -1,5 +1,6 @@
 #include "platform/linux/ApplicationIdentity.h"
 
+#include "base/UnicodeText.h"
 #include "platform/linux/RegularFile.h"
 
 #include <algorithm>
@@ -20,6 +21,12 @@ constexpr std::string_view suffix = ".desktop";
 /// Programs that run others: their own name says nothing of the application.
 constexpr std::array<std::string_view, 8> interpreters{"python", "node", "nodejs",   "java",
                                                        "wine",   "perl", "electron", "ruby"};
+
+/// Programs that start another one, which an entry names behind them.
+constexpr std::array<std::string_view, 12> starters{"bash",      "dash", "env",  "flatpak", "gtk-launch",  "pkexec",
+                                                    "prime-run", "sh",   "snap", "sudo",    "systemd-run", "xdg-open"};
+
+constexpr std::size_t longestIdentifier = 256;
 
 /// What the system puts behind the path of a program that was replaced while it runs.
 constexpr std::string_view replacedMark = " (deleted)";
@@ -149,6 +156,26 @@ ApplicationIdentity identifyApplication(const ApplicationClues& clues, DesktopEn
     if (const DesktopEntry* entry = Search(clues, entries, processes).entry())
         return {entry->id, entry->name ? entry->name : clues.windowClass};
     return {clues.windowClass, clues.windowClass};
+}
+
+bool isApplicationIdentifier(std::string_view text) {
+    return !text.empty() && text.size() <= longestIdentifier && isValidUtf8(text) && !hasControlCharacter(text);
+}
+
+std::string identifierOfEntryElsewhere(const DesktopEntry& entry, DesktopEntries& entries) {
+    if (const DesktopEntry* same = entries.byID(entry.id)) return same->id;
+    // Most toolkits make the class of the program's name when nothing else is said.
+    const bool tellsProgram =
+        entry.executable && !isInterpreter(*entry.executable) && std::ranges::count(starters, *entry.executable) == 0;
+    const auto windowClass = entry.startupWMClass || !tellsProgram ? entry.startupWMClass : entry.executable;
+    if (windowClass) {
+        if (const DesktopEntry* found = entries.byStartupWMClass(*windowClass)) return found->id;
+        if (const DesktopEntry* found = entries.byBaseName(*windowClass)) return found->id;
+    }
+    if (tellsProgram) {
+        if (const DesktopEntry* found = entries.byExecutable(*entry.executable)) return found->id;
+    }
+    return entry.startupWMClass.value_or(entry.id);
 }
 
 std::optional<std::string> applicationIDFromSandboxInformation(std::string_view text) {

@@ -37,6 +37,15 @@ struct ApplicationIdentity {
 [[nodiscard]] ApplicationIdentity identifyApplication(const ApplicationClues& clues, DesktopEntries& entries,
                                                       const std::filesystem::path& processes = "/proc");
 
+/// Whether this may be an application's identifier: valid UTF-8 without control characters, not empty and at most 256
+/// bytes.
+[[nodiscard]] bool isApplicationIdentifier(std::string_view text);
+
+/// The identifier that the windows of an application are expected to have which is started by an entry outside the
+/// index: that of the entry in the index that starts the same application, found by the name of the file, by the window
+/// class and by the program; else the window class, or what the file is called when the entry names none.
+[[nodiscard]] std::string identifierOfEntryElsewhere(const DesktopEntry& entry, DesktopEntries& entries);
+
 /// The application id in the information file of a sandbox (.flatpak-info); absent when there is none.
 [[nodiscard]] std::optional<std::string> applicationIDFromSandboxInformation(std::string_view text);
 

@@ -4,6 +4,7 @@
 #include "platform/linux/ApplicationService.h"
 #include "platform/linux/BaseFolders.h"
 #include "platform/linux/BusSessionLock.h"
+#include "platform/linux/DesktopApplications.h"
 #include "platform/linux/DesktopEnvironment.h"
 #include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/EarlyBus.h"
@@ -117,8 +118,8 @@ private:
         windowSystem_ = std::move(windowSystem);
         accessibility_ = std::make_unique<LinuxAccessibility>(*windowSystem_, runLoop_, trustPrompt_, log_);
         followReducedMotion();
-        workspace_ =
-            std::make_unique<LinuxWorkspace>(*windowSystem_, *reducedMotion_, accessibilitySettings_, urlOpener_);
+        workspace_ = std::make_unique<LinuxWorkspace>(*windowSystem_, *reducedMotion_, accessibilitySettings_,
+                                                      urlOpener_, applications_);
         displays_ = std::make_unique<LinuxDisplays>(*windowSystem_);
         windowSystem_->setObserver(
             {.applicationTerminated =
@@ -180,6 +181,7 @@ private:
     std::unique_ptr<ReducedMotion> reducedMotion_;
     AccessibilitySettings accessibilitySettings_{log_};
     UrlOpener urlOpener_{log_};
+    DesktopApplications applications_{DesktopEntries::ofSession()};
     std::unique_ptr<LinuxWorkspace> workspace_;
     std::unique_ptr<LinuxDisplays> displays_;
     Subscription readable_;

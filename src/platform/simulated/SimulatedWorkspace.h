@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Workspace.h"
+#include "platform/simulated/SimulatedApplications.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 
@@ -29,6 +30,24 @@ public:
         runLoop_.post([opened = opensURLs_, completion = std::move(completion)] { completion(opened); });
     }
 
+    [[nodiscard]] std::optional<std::filesystem::path> applicationWithIdentifier(
+        std::string_view bundleIdentifier) override {
+        return applications_.withIdentifier(bundleIdentifier);
+    }
+    [[nodiscard]] std::string displayName(const std::filesystem::path& location) override {
+        return applications_.displayName(location);
+    }
+    [[nodiscard]] std::optional<ApplicationIcon> icon(const std::filesystem::path& location) override {
+        return applications_.icon(location);
+    }
+    [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override {
+        return applications_.identifier(location);
+    }
+    [[nodiscard]] std::vector<InstalledApplication> installedApplications() override { return applications_.listed(); }
+
+    /// What is installed; nothing at first.
+    [[nodiscard]] SimulatedApplications& applications() { return applications_; }
+
     void setReducesMotion(bool reducesMotion) { reducesMotion_ = reducesMotion; }
     /// How often the settings were opened.
     [[nodiscard]] int openedAccessibilitySettings() const { return openedAccessibilitySettings_; }
@@ -42,6 +61,7 @@ private:
     int openedAccessibilitySettings_ = 0;
     bool opensURLs_ = true;
     std::vector<std::string> openedURLs_;
+    SimulatedApplications applications_;
     SimulatedDesktop& desktop_;
     SimulatedRunLoop& runLoop_;
 };

@@ -8,6 +8,7 @@
 #include "desktop/harness/TestKeyboard.h"
 #include "platform/contract/DesktopUnderContract.h"
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -62,6 +63,10 @@ public:
     void switchOffLoginItem() override;
     [[nodiscard]] bool startsAtLogin() override;
 
+    std::filesystem::path install(const ContractApplication& application) override;
+    void uninstall(const std::filesystem::path& location) override;
+    void breakApplication(const std::filesystem::path& location) override;
+
     void setMailProgram(bool isThere) override;
     [[nodiscard]] std::vector<std::string> begunMails() override;
 
@@ -100,12 +105,15 @@ private:
     [[nodiscard]] ContractWindow add(int client, std::string_view title, const Rect& frame);
     void redirectLog();
     [[nodiscard]] std::filesystem::path autostartFile() const;
+    [[nodiscard]] std::filesystem::path entryFolder() const;
+    void markEntriesChanged();
     [[nodiscard]] std::filesystem::path mailFile() const { return desktop_->folder() / "mails"; }
 
     std::unique_ptr<TestDesktop> desktop_;
     TestKeyboard keyboard_;
     Pager pager_;
     std::optional<SettingsManager> settingsManager_;
+    std::chrono::seconds entryAge_{};  // by which the folder of entries looks younger than it is
     std::map<int, Client> clients_;
     std::map<ContractWindow, OpenWindow> windows_;
     int standardError_ = -1;  // what it was before its redirection

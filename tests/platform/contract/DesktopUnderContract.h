@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -62,6 +63,16 @@ struct ContractNotification {
     std::string body;
 
     bool operator==(const ContractNotification&) const = default;
+};
+
+/// An application to install.
+struct ContractApplication {
+    std::string identifier = "org.example.Editor";
+    std::string name = "Editor";
+    /// The name of an icon; empty for none.
+    std::string icon = "org.example.Editor";
+    /// Whether the desktop offers it to its user.
+    bool isListed = true;
 };
 
 /// A line of a menu as the user sees it; a separator has no title.
@@ -157,6 +168,15 @@ public:
     virtual void switchOffLoginItem() = 0;
     /// Whether the system would start the program at the next log-in.
     [[nodiscard]] virtual bool startsAtLogin() = 0;
+
+    // Installed applications
+
+    /// Installs an application for the desktop and answers where it is.
+    virtual std::filesystem::path install(const ContractApplication& application) = 0;
+    /// Takes what is installed there away.
+    virtual void uninstall(const std::filesystem::path& location) = 0;
+    /// Leaves something at the location that is no application.
+    virtual void breakApplication(const std::filesystem::path& location) = 0;
 
     // Other programs
 

@@ -7,6 +7,11 @@
 
 namespace velmorand {
 
+using testing::Contains;
+using testing::Each;
+using testing::Field;
+using testing::Not;
+
 TEST_P(WorkspaceContract, TheApplicationOfTheFocusedWindowIsFrontmost) {
     const ContractWindow window = desktop->openWindow({.applicationIdentifier = "org.example.Editor"});
 
@@ -95,6 +100,85 @@ TEST_P(WorkspaceContract, FollowsTheUsersWishForLittleMotion) {
 
     desktop->setReducesMotion(false);
     EXPECT_TRUE(desktop->runUntil([&] { return !workspace.accessibilityDisplayShouldReduceMotion(); }, deadline));
+}
+
+TEST_P(WorkspaceContract, FindsAnInstalledApplicationByItsIdentifier) {
+    Workspace& workspace = desktop->platform().workspace();
+    const auto location = desktop->install({.identifier = "org.example.Editor", .name = "Text Editor"});
+
+    EXPECT_EQ(workspace.applicationWithIdentifier("org.example.Editor"), location);
+    EXPECT_EQ(workspace.displayName(location), "Text Editor");
+    EXPECT_EQ(workspace.bundleIdentifier(location), "org.example.Editor");
+}
+
+TEST_P(WorkspaceContract, TakesIdentifiersOfDifferentLetterCaseForDifferentApplications) {
+    Workspace& workspace = desktop->platform().workspace();
+    const auto large = desktop->install({.identifier = "org.example.Editor", .name = "Large"});
+    const auto small = desktop->install({.identifier = "org.example.editor", .name = "Small"});
+
+    EXPECT_EQ(workspace.applicationWithIdentifier("org.example.Editor"), large);
+    EXPECT_EQ(workspace.applicationWithIdentifier("org.example.editor"), small);
+    EXPECT_EQ(workspace.applicationWithIdentifier("org.example.EDITOR"), std::nullopt);
+    EXPECT_EQ(workspace.applicationWithIdentifier(""), std::nullopt);
+}
+
+TEST_P(WorkspaceContract, NoLongerFindsAnApplicationThatIsGone) {
+    Workspace& workspace = desktop->platform().workspace();
+    const auto location = desktop->install({.identifier = "org.example.Editor"});
+    ASSERT_EQ(workspace.applicationWithIdentifier("org.example.Editor"), location);
+
+    desktop->uninstall(location);
+
+    EXPECT_EQ(workspace.applicationWithIdentifier("org.example.Editor"), std::nullopt);
+    EXPECT_EQ(workspace.bundleIdentifier(location), std::nullopt);
+    EXPECT_EQ(workspace.icon(location), std::nullopt);
+    EXPECT_NE(workspace.displayName(location), "");
+}
+
+TEST_P(WorkspaceContract, WhatIsNoApplicationHasANameAndNothingElse) {
+    Workspace& workspace = desktop->platform().workspace();
+    const auto location = desktop->install({.identifier = "org.example.Editor"});
+
+    desktop->breakApplication(location);
+
+    EXPECT_EQ(workspace.bundleIdentifier(location), std::nullopt);
+    EXPECT_EQ(workspace.icon(location), std::nullopt);
+    EXPECT_NE(workspace.displayName(location), "");
+    EXPECT_NE(workspace.displayName("/"), "");
+}
+
+TEST_P(WorkspaceContract, AnApplicationMayHaveAnIconOrNone) {
+    Workspace& workspace = desktop->platform().workspace();
+    const auto with = desktop->install({.identifier = "org.example.With", .icon = "editor"});
+    const auto without = desktop->install({.identifier = "org.example.Without", .icon = ""});
+
+    EXPECT_EQ(workspace.icon(with), (ApplicationIcon{ApplicationIcon::Source::theme, "editor"}));
+    EXPECT_EQ(workspace.icon(without), std::nullopt);
+}
+
+TEST_P(WorkspaceContract, OffersTheApplicationsOfTheMenus) {
+    Workspace& workspace = desktop->platform().workspace();
+    const auto listed = desktop->install({.identifier = "org.example.Editor", .name = "Editor", .icon = "editor"});
+    const auto hidden = desktop->install({.identifier = "org.example.Helper", .isListed = false});
+
+    const auto offered = workspace.installedApplications();
+
+    EXPECT_THAT(offered, Contains(InstalledApplication{listed, "org.example.Editor", "Editor",
+                                                       ApplicationIcon{ApplicationIcon::Source::theme, "editor"}}));
+    EXPECT_THAT(offered, Each(Field(&InstalledApplication::bundleIdentifier, Not("org.example.Helper"))));
+    EXPECT_EQ(workspace.applicationWithIdentifier("org.example.Helper"), hidden);
+}
+
+TEST_P(WorkspaceContract, AnApplicationRunsUnderTheIdentifierOfItsLocation) {
+    Workspace& workspace = desktop->platform().workspace();
+    const auto location = desktop->install({.identifier = "org.example.Editor"});
+    desktop->openWindow({.applicationIdentifier = "org.example.Editor"});
+
+    const auto frontmost = workspace.frontmostApplication();
+
+    ASSERT_TRUE(frontmost.has_value());
+    EXPECT_EQ(frontmost->bundleIdentifier, workspace.bundleIdentifier(location));
+    EXPECT_EQ(workspace.applicationWithIdentifier(frontmost->bundleIdentifier.value_or("")), location);
 }
 
 }  // namespace velmorand

@@ -3,6 +3,7 @@
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/support/FakeWindowSystem.h"
 #include "platform/linux/support/ScopedEnvironment.h"
+#include "platform/linux/support/ScratchFolder.h"
 #include "platform/simulated/SimulatedLog.h"
 
 #include <gmock/gmock.h>
@@ -58,7 +59,9 @@ protected:
     ReducedMotion reducedMotion{{&motionSource}};
     SimulatedLog log;
     AccessibilitySettings accessibilitySettings{log};
-    LinuxWorkspace workspace{windowSystem, reducedMotion, accessibilitySettings};
+    ScratchFolder folder;
+    DesktopApplications applications{DesktopEntries({folder.path()}, {})};
+    LinuxWorkspace workspace{windowSystem, reducedMotion, accessibilitySettings, applications};
 };
 
 TEST_F(LinuxWorkspaceTest, AsksTheWindowSystemForTheFrontmostApplication) {
@@ -82,6 +85,20 @@ TEST_F(LinuxWorkspaceTest, OpensTheAccessibilitySettingsOfTheRunningDesktop) {
     workspace.openAccessibilitySettings();
 
     EXPECT_THAT(log.lines(), ElementsAre(testing::Field(&LogLine::category, "ax")));
+}
+
+TEST_F(LinuxWorkspaceTest, KnowsTheInstalledApplications) {
+    folder.write("applications/org.example.Editor.desktop",
+                 "[Desktop Entry]\nType=Application\nName=Editor\nIcon=editor\n");
+    const std::filesystem::path location = folder.path() / "applications/org.example.Editor.desktop";
+    const ApplicationIcon icon{ApplicationIcon::Source::theme, "editor"};
+
+    EXPECT_EQ(workspace.applicationWithIdentifier("org.example.Editor"), location);
+    EXPECT_EQ(workspace.displayName(location), "Editor");
+    EXPECT_EQ(workspace.icon(location), icon);
+    EXPECT_EQ(workspace.bundleIdentifier(location), "org.example.Editor");
+    EXPECT_THAT(workspace.installedApplications(),
+                ElementsAre(InstalledApplication{location, "org.example.Editor", "Editor", icon}));
 }
 
 }  // namespace

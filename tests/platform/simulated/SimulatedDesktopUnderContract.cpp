@@ -172,6 +172,16 @@ std::vector<ContractMenuLine> SimulatedDesktopUnderContract::statusMenu() {
     return lines;
 }
 
+std::filesystem::path SimulatedDesktopUnderContract::install(const ContractApplication& application) {
+    const std::filesystem::path location = "/Applications/" + application.identifier;
+    const auto icon = application.icon.empty()
+                          ? std::nullopt
+                          : std::optional(ApplicationIcon{ApplicationIcon::Source::theme, application.icon});
+    platform_.workspace().applications().install(
+        location, {application.identifier, application.name, icon, application.isListed});
+    return location;
+}
+
 void SimulatedDesktopUnderContract::setDisplays(const std::vector<Rect>& axFrames) {
     std::vector<TestDisplay> displays;
     for (const Rect& frame : axFrames) {

@@ -52,6 +52,14 @@ public:
         return platform_.loginItemService().status() == LoginItemStatus::enabled;
     }
 
+    std::filesystem::path install(const ContractApplication& application) override;
+    void uninstall(const std::filesystem::path& location) override {
+        platform_.workspace().applications().remove(location);
+    }
+    void breakApplication(const std::filesystem::path& location) override {
+        platform_.workspace().applications().install(location, {.bundleIdentifier = std::nullopt, .name = "Broken"});
+    }
+
     void setMailProgram(bool isThere) override { platform_.workspace().setOpensURLs(isThere); }
     [[nodiscard]] std::vector<std::string> begunMails() override { return platform_.workspace().openedURLs(); }
 

@@ -127,7 +127,7 @@ RunningApplication X11Applications::identify(xcb_window_t window, std::optional<
                              .windowInstance = windowClass.instance},
                             entries_);
     const auto usable = [](const std::optional<std::string>& found) {
-        return found && isIdentifier(*found, longestIdentifier) ? found : std::nullopt;
+        return found && isApplicationIdentifier(*found) ? found : std::nullopt;
     };
     const bool isOurs = pid == getpid();
     return {pid ? *pid : pidOfClient(window), isOurs ? ownIdentifier_ : usable(identity.identifier),
