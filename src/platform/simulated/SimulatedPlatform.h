@@ -4,6 +4,7 @@
 #include "platform/Platform.h"
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedApplication.h"
+#include "platform/simulated/SimulatedApplicationChooser.h"
 #include "platform/simulated/SimulatedBundle.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "platform/simulated/SimulatedDisplays.h"
@@ -43,6 +44,9 @@ public:
     [[nodiscard]] SimulatedUserDefaults& userDefaults() override { return userDefaults_; }
     [[nodiscard]] SimulatedLog& log() override { return log_; }
 
+    /// Belongs to no platform's list of services: where the system has no such panel, the settings window brings it.
+    [[nodiscard]] SimulatedApplicationChooser& applicationChooser() { return applicationChooser_; }
+
     /// The state behind the services.
     [[nodiscard]] SimulatedDesktop& desktop() { return desktop_; }
     [[nodiscard]] SimulatedBundle& settableBundle() { return bundle_; }
@@ -68,6 +72,7 @@ private:
     SimulatedUserNotificationCenter userNotificationCenter_{runLoop_};
     SimulatedRecorderPanelHost recorderPanelHost_{runLoop_};
     SimulatedLoginItemService loginItemService_;
+    SimulatedApplicationChooser applicationChooser_{runLoop_};
     SimulatedStatusBar statusBar_;
     SimulatedApplication application_{runLoop_};
 };
