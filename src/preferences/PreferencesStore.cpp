@@ -5,6 +5,7 @@
 #include "preferences/PreferencesStateCoding.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <optional>
 #include <string>
@@ -86,8 +87,18 @@ void PreferencesStore::setClampToVisibleArea(bool clamped) {
 }
 
 void PreferencesStore::addIgnoredApp(std::string_view bundleIdentifier) {
-    changeNow([identifier = validUtf8(bundleIdentifier)](PreferencesState& state) {
-        if (std::ranges::count(state.ignoredApps, identifier) == 0) state.ignoredApps.push_back(identifier);
+    addIgnoredApps(std::array{std::string(bundleIdentifier)});
+}
+
+void PreferencesStore::addIgnoredApps(std::span<const std::string> bundleIdentifiers) {
+    // Copies, as they may be the record's own.
+    std::vector<std::string> identifiers;
+    for (const std::string& identifier : bundleIdentifiers) identifiers.push_back(validUtf8(identifier));
+    changeNow([&](PreferencesState& state) {
+        for (std::string& identifier : identifiers) {
+            if (std::ranges::count(state.ignoredApps, identifier) == 0)
+                state.ignoredApps.push_back(std::move(identifier));
+        }
     });
 }
 

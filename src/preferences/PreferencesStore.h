@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -56,6 +57,8 @@ public:
     void setClampToVisibleArea(bool clamped);
     /// Adds the bundle identifier unless it is there already.
     void addIgnoredApp(std::string_view bundleIdentifier);
+    /// Adds several, in this order; each unless it is there already. Stored at once, also when nothing was added.
+    void addIgnoredApps(std::span<const std::string> bundleIdentifiers);
     void removeIgnoredApp(std::string_view bundleIdentifier);
 
     /// Gives the action the shortcut, also when it was disabled.

@@ -38,6 +38,7 @@ TEST_F(PreferencesStoreMutatorTest, EveryChangeIsPublishedOnce) {
         {"enable animations", [](auto& changed) { changed.setEnableAnimations(true); }},
         {"clamp to visible area", [](auto& changed) { changed.setClampToVisibleArea(false); }},
         {"add ignored app", [](auto& changed) { changed.addIgnoredApp("a"); }},
+        {"add ignored apps", [](auto& changed) { changed.addIgnoredApps(std::array<std::string, 2>{"b", "c"}); }},
         {"remove ignored app", [](auto& changed) { changed.removeIgnoredApp("a"); }},
         {"set shortcut", [](auto& changed) { changed.setShortcut(leftHalf, shortcutWith(8)); }},
         {"assign shortcut",
@@ -124,6 +125,25 @@ TEST_F(PreferencesStoreMutatorTest, AnIgnoredAppIsAddedUnlessItIsThere) {
     store->addIgnoredApp("B");
 
     EXPECT_EQ(state(), defaultsWith([](auto& expected) { expected.ignoredApps = {"b", "a", "B"}; }));
+}
+
+TEST_F(PreferencesStoreMutatorTest, SeveralIgnoredAppsAreAddedInTheirOrderAndPublishedOnce) {
+    store->addIgnoredApp("c");
+    watch();
+
+    store->addIgnoredApps(std::array<std::string, 6>{"d", "c", "a", "d", "A", "a\xFF"});
+
+    EXPECT_THAT(state().ignoredApps, ElementsAre("c", "d", "a", "A", "a\uFFFD"));
+    EXPECT_THAT(published, ElementsAre(state()));
+    EXPECT_EQ(storedState().ignoredApps, (std::vector<std::string>{"A", "a", "a\uFFFD", "c", "d"}));
+}
+
+TEST_F(PreferencesStoreMutatorTest, IgnoredAppsAreAddedFromTheRecordItself) {
+    store->addIgnoredApps(std::array<std::string, 2>{"a", "b"});
+
+    store->addIgnoredApps(state().ignoredApps);
+
+    EXPECT_THAT(state().ignoredApps, ElementsAre("a", "b"));
 }
 
 TEST_F(PreferencesStoreMutatorTest, AnIgnoredAppIsRemovedAndTheOthersKeepTheirOrder) {

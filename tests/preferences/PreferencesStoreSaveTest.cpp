@@ -29,6 +29,8 @@ TEST_F(PreferencesStoreSaveTest, ADiscreteChangeIsStoredAtOnce) {
         {"clamp to visible area", [](auto& changed) { changed.setClampToVisibleArea(false); }},
         {"add ignored app", [](auto& changed) { changed.addIgnoredApp("a"); }},
         {"add it again", [](auto& changed) { changed.addIgnoredApp("a"); }},
+        {"add ignored apps", [](auto& changed) { changed.addIgnoredApps(std::array<std::string, 2>{"b", "c"}); }},
+        {"add none", [](auto& changed) { changed.addIgnoredApps({}); }},
         {"remove ignored app", [](auto& changed) { changed.removeIgnoredApp("a"); }},
         {"set shortcut", [&](auto& changed) { changed.setShortcut(leftHalf, shortcut); }},
         {"assign shortcut", [&](auto& changed) { changed.assignShortcut(rightHalf, shortcut, std::array{leftHalf}); }},
