@@ -40,6 +40,10 @@ struct ShortcutRecorderQuestion {
     bool operator==(const ShortcutRecorderQuestion&) const = default;
 };
 
+/// The title of the button that ends recording without a change.
+inline constexpr std::string_view recorderCancelTitle = "Cancel";
+/// The title of the button that takes a combination from the actions that have it.
+inline constexpr std::string_view recorderReplaceTitle = "Replace";
 /// The title of the button that confirms a combination in spite of a warning.
 inline constexpr std::string_view recorderUseAnywayTitle = "Use Anyway";
 /// The title of the button that takes the action's shortcut away.

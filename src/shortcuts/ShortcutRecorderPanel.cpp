@@ -52,6 +52,7 @@ void ShortcutRecorderPanel::open(WindowAction action, const std::shared_ptr<Pref
                                             .resignedKey = [this] { end(); }});
     isRecording_ = true;
     if (onRecordingStateChange_) onRecordingStateChange_(true);
+    recordedAction_.set(action);
 }
 
 void ShortcutRecorderPanel::changeModifiers(std::uint64_t flags) {
@@ -134,6 +135,7 @@ void ShortcutRecorderPanel::end() {
     host_.close();
     if (!std::exchange(isRecording_, false)) return;
     if (onRecordingStateChange_) onRecordingStateChange_(false);
+    recordedAction_.set(std::nullopt);
 }
 
 }  // namespace velmorand

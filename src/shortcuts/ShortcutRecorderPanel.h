@@ -39,6 +39,8 @@ public:
 
     [[nodiscard]] bool isRecording() const { return isRecording_; }
     [[nodiscard]] const Published<ShortcutRecorderModel>& model() const { return model_; }
+    /// The action that a shortcut is recorded for; absent while none is. Told after the panel is shown or closed.
+    [[nodiscard]] const Published<std::optional<WindowAction>>& recordedAction() const { return recordedAction_; }
 
     /// The user's answers. Without a recording none of them does anything.
     void cancel();
@@ -60,6 +62,7 @@ private:
     RunLoop& runLoop_;
     std::function<void(bool)> onRecordingStateChange_;
     Published<ShortcutRecorderModel> model_;
+    Published<std::optional<WindowAction>> recordedAction_;
     Subscription redrawing_;
     std::optional<WindowAction> action_;
     std::weak_ptr<PreferencesStore> preferencesStore_;

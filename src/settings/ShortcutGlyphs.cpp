@@ -1,0 +1,16 @@
+#include "settings/ShortcutGlyphs.h"
+
+#include "settings/QtText.h"
+#include "shortcuts/KeyLabels.h"
+#include "shortcuts/KeyboardShortcut.h"
+
+namespace velmorand {
+
+QStringList shortcutGlyphs(const KeyboardShortcut& shortcut) {
+    QStringList glyphs;
+    for (const std::string_view symbol : displaySymbols(shortcut.hotKey.modifiers)) glyphs.append(toQString(symbol));
+    glyphs.append(toQString(keyGlyph(shortcut.hotKey.keyCode, shortcut.keyLabel)));
+    return glyphs;
+}
+
+}  // namespace velmorand
