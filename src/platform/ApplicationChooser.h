@@ -33,8 +33,8 @@ public:
     ApplicationChooser(const ApplicationChooser&) = delete;
     ApplicationChooser& operator=(const ApplicationChooser&) = delete;
 
-    /// Shows the panel. The completion is told once, in a turn of the main loop, after the panel is gone; never when
-    /// the chooser dies before. There is one panel: while it is open another request is told as cancelled, and the open
+    /// Shows the panel. The completion is told once, in a turn of the main loop, after the panel is gone; it need not
+    /// be told when the chooser dies before. There is one panel: while it is open another request is told as cancelled, and the open
     /// panel stays as it is.
     virtual void choose(ApplicationChooserOptions options, Completion completion) = 0;
 

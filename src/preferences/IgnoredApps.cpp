@@ -21,6 +21,8 @@ IgnoredAppDisplay displayOf(const std::string& bundleIdentifier, Workspace& work
 std::vector<IgnoredAppDisplay> ignoredAppDisplays(const PreferencesState& state, Workspace& workspace) {
     std::vector<std::string> identifiers = state.ignoredApps;
     std::ranges::sort(identifiers);
+    const auto repeated = std::ranges::unique(identifiers);
+    identifiers.erase(repeated.begin(), repeated.end());
     std::vector<IgnoredAppDisplay> displays;
     for (const std::string& identifier : identifiers) displays.push_back(displayOf(identifier, workspace));
     return displays;

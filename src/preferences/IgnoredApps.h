@@ -26,7 +26,7 @@ struct IgnoredAppDisplay {
     bool operator==(const IgnoredAppDisplay&) const = default;
 };
 
-/// The ignored applications of the record, sorted byte by byte by their identifiers.
+/// The ignored applications of the record, each once, sorted byte by byte by their identifiers.
 [[nodiscard]] std::vector<IgnoredAppDisplay> ignoredAppDisplays(const PreferencesState& state, Workspace& workspace);
 
 /// Has the applications at these locations left alone from now on, and stores the record at once with everything that

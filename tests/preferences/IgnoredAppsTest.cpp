@@ -72,6 +72,14 @@ TEST_F(IgnoredAppsTest, AreSortedByTheBytesOfTheirIdentifiersAndNotByTheirNames)
     EXPECT_THAT(ignored(), ElementsAre("é", "b", "a", "B", "z", "10", "9"));
 }
 
+TEST_F(IgnoredAppsTest, AreListedOnceEach) {
+    PreferencesState state;
+    state.ignoredApps = {"b", "a", "b"};
+
+    EXPECT_THAT(ignoredAppDisplays(state, platform.workspace()),
+                ElementsAre(IgnoredAppDisplay{"a", "a", std::nullopt}, IgnoredAppDisplay{"b", "b", std::nullopt}));
+}
+
 TEST_F(IgnoredAppsTest, OfDifferentLetterCaseAreDifferentEntries) {
     install("org.example.Editor", "Large");
     install("org.example.editor", "Small");
