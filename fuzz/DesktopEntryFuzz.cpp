@@ -1,3 +1,4 @@
+#include "base/UnicodeText.h"
 #include "fuzz/support/FuzzInput.h"
 #include "fuzz/support/Require.h"
 #include "platform/linux/DesktopEntries.h"
@@ -42,6 +43,11 @@ void checkEntry(const std::string& text) {
     require(entry->id == "org.example.Editor", "the id is the file's");
     require(isAbsentOrOneLine(entry->name), "a name is absent or a line of text");
     require(isAbsentOrOneLine(entry->startupWMClass), "a window class is absent or a line of text");
+    require(!entry->name || (isValidUtf8(*entry->name) && !hasControlCharacter(*entry->name)), "a name can be shown");
+    require(!entry->icon || (!entry->icon->empty() && isValidUtf8(*entry->icon) && !hasControlCharacter(*entry->icon) &&
+                             (entry->icon->front() == '/' || entry->icon->find('/') == std::string::npos)),
+            "an icon is absent, a name or an absolute path");
+    require(!isListedIn(entry->listing, {"A"}) || !entry->listing.isHiddenInMenus, "what is hidden is not listed");
     require(!entry->executable || (!entry->executable->empty() && entry->executable->find('/') == std::string::npos),
             "a program is absent or has a name without a path");
     require(!parsed(text.substr(0, text.find("Type"))), "an entry without a type is none of an application");
