@@ -69,10 +69,9 @@ void ApplicationChooserModel::setOtherProblem(const QString& problem) {
 
 /// A view may answer the signal by opening the panel anew; the answer is on its way then.
 void ApplicationChooserModel::end(Answer answer) {
-    if (!isOpen()) return;
-    Completion completion = std::move(*completion_);
-    completion_.reset();
-    tell(std::move(completion), std::move(answer));
+    auto completion = std::exchange(completion_, std::nullopt);
+    if (!completion) return;
+    tell(std::move(*completion), std::move(answer));
     Q_EMIT isOpenChanged();
 }
 

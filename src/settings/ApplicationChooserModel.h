@@ -71,7 +71,7 @@ private:
     ApplicationChooserOptions options_;
     std::optional<Completion> completion_;
     QString otherProblem_;
-    InstalledApplicationsModel applications_;
+    InstalledApplicationsModel applications_{this};
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 

@@ -102,15 +102,15 @@ QVariant IgnoredAppsModel::data(const QModelIndex& index, int role) const {
     const IgnoredAppDisplay& row = rows_[static_cast<std::size_t>(index.row())];
     switch (role) {
         case Qt::DisplayRole:
-        case NameRole: return toQString(row.name);
-        case IdentifierRole: return toQString(row.bundleID);
-        case IconRole: return sourceOfIcon(row.icon);
+        case nameRole: return toQString(row.name);
+        case identifierRole: return toQString(row.bundleID);
+        case iconRole: return sourceOfIcon(row.icon);
         default: return {};
     }
 }
 
 QHash<int, QByteArray> IgnoredAppsModel::roleNames() const {
-    return {{IdentifierRole, "bundleIdentifier"}, {NameRole, "name"}, {IconRole, "icon"}};
+    return {{identifierRole, "bundleIdentifier"}, {nameRole, "name"}, {iconRole, "icon"}};
 }
 
 }  // namespace velmorand

@@ -28,7 +28,7 @@ class IgnoredAppsModel final : public QAbstractListModel {
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
-    enum Role { IdentifierRole = Qt::UserRole + 1, NameRole, IconRole };
+    enum Role : int { identifierRole = Qt::UserRole + 1, nameRole, iconRole };
 
     /// What is given by reference must outlive the model.
     IgnoredAppsModel(std::shared_ptr<PreferencesStore> preferencesStore, Workspace& workspace, const Bundle& bundle,
@@ -45,7 +45,7 @@ public:
     Q_INVOKABLE void refresh();
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-    /// `IconRole` is an address for a view; empty without an icon.
+    /// `iconRole` is an address for a view; empty without an icon.
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 

@@ -88,7 +88,7 @@ void InstalledApplicationsModel::mark(Entry& entry, bool chosen) {
 void InstalledApplicationsModel::setChosen(int row, bool chosen) {
     if (row < 0 || row >= count()) return;
     mark(entries_[shown_[static_cast<std::size_t>(row)]], chosen);
-    Q_EMIT dataChanged(index(0), index(count() - 1), {ChosenRole});
+    Q_EMIT dataChanged(index(0), index(count() - 1), {chosenRole});
     Q_EMIT chosenCountChanged();
 }
 
@@ -113,16 +113,16 @@ QVariant InstalledApplicationsModel::data(const QModelIndex& index, int role) co
     const Entry& entry = entries_[shown_[static_cast<std::size_t>(index.row())]];
     switch (role) {
         case Qt::DisplayRole:
-        case NameRole: return entry.name;
-        case IdentifierRole: return entry.identifier;
-        case IconRole: return sourceOfIcon(entry.application.icon);
-        case ChosenRole: return entry.isChosen;
+        case nameRole: return entry.name;
+        case identifierRole: return entry.identifier;
+        case iconRole: return sourceOfIcon(entry.application.icon);
+        case chosenRole: return entry.isChosen;
         default: return {};
     }
 }
 
 QHash<int, QByteArray> InstalledApplicationsModel::roleNames() const {
-    return {{NameRole, "name"}, {IdentifierRole, "identifier"}, {IconRole, "icon"}, {ChosenRole, "chosen"}};
+    return {{nameRole, "name"}, {identifierRole, "identifier"}, {iconRole, "icon"}, {chosenRole, "chosen"}};
 }
 
 }  // namespace velmorand

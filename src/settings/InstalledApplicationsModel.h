@@ -25,9 +25,9 @@ class InstalledApplicationsModel final : public QAbstractListModel {
     Q_PROPERTY(int chosenCount READ chosenCount NOTIFY chosenCountChanged)
 
 public:
-    enum Role { NameRole = Qt::UserRole + 1, IdentifierRole, IconRole, ChosenRole };
+    enum Role : int { nameRole = Qt::UserRole + 1, identifierRole, iconRole, chosenRole };
 
-    explicit InstalledApplicationsModel(QObject* parent = nullptr) : QAbstractListModel(parent) {}
+    explicit InstalledApplicationsModel(QObject* parent) : QAbstractListModel(parent) {}
 
     /// Takes these applications, none of them chosen, and forgets the search.
     void setApplications(const std::vector<InstalledApplication>& applications, bool allowsSeveral);
@@ -52,7 +52,7 @@ public:
     Q_INVOKABLE void setChosen(int row, bool chosen);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-    /// `IconRole` is an address for a view; empty without an icon.
+    /// `iconRole` is an address for a view; empty without an icon.
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 

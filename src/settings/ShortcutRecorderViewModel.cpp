@@ -29,7 +29,7 @@ QString ShortcutRecorderViewModel::prompt() const {
 }
 
 QStringList ShortcutRecorderViewModel::glyphs() const {
-    if (model().pendingShortcut) return shortcutGlyphs(*model().pendingShortcut);
+    if (const auto& pending = model().pendingShortcut) return shortcutGlyphs(*pending);
     QStringList held;
     for (const std::string& symbol : model().heldModifierSymbols) held.append(toQString(symbol));
     return held;
@@ -40,7 +40,8 @@ bool ShortcutRecorderViewModel::isCaptured() const {
 }
 
 QString ShortcutRecorderViewModel::spoken() const {
-    return isCaptured() ? toQString(spokenDescription(*model().pendingShortcut)) : QString();
+    const auto& pending = model().pendingShortcut;
+    return pending ? toQString(spokenDescription(*pending)) : QString();
 }
 
 QString ShortcutRecorderViewModel::hint() const {

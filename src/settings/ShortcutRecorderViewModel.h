@@ -34,6 +34,8 @@ class ShortcutRecorderViewModel final : public QObject {
     Q_PROPERTY(QString removeTitle READ removeTitle NOTIFY changed)
 
 public:
+    // Views know enumerators only by names that begin with a capital.
+    // NOLINTBEGIN(readability-identifier-naming)
     /// What is asked about the captured combination.
     enum class Question {
         NoQuestion,
@@ -41,6 +43,7 @@ public:
         Fragile,    ///< it has neither Command nor Control
         VoiceOver,  ///< it gets in the way of the screen reader
     };
+    // NOLINTEND(readability-identifier-naming)
     Q_ENUM(Question)
 
     /// `panel` must outlive the view model.

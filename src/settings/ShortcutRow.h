@@ -29,8 +29,11 @@ class ShortcutRow final : public QObject {
     Q_PROPERTY(bool isBeingRecorded READ isBeingRecorded NOTIFY isBeingRecordedChanged)
 
 public:
+    // Views know enumerators only by names that begin with a capital.
+    // NOLINTBEGIN(readability-identifier-naming)
     /// The kind of little picture that shows what the action does.
     enum class Miniature { Fraction, Maximize, Center, Restore, NextDisplay, PreviousDisplay };
+    // NOLINTEND(readability-identifier-naming)
     Q_ENUM(Miniature)
 
     /// `record` is called when the user wants to record a shortcut for the action.

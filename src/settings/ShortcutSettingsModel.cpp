@@ -56,7 +56,7 @@ void ShortcutSettingsModel::showRecordedAction() {
 /// A conflict comes first: the user can mend it here, and a shortcut in conflict is not registered in any case. What the
 /// system said about an earlier registration may come from before the conflict.
 QString ShortcutSettingsModel::problemOf(WindowAction action) const {
-    const QString conflict = conflictOf(action);
+    QString conflict = conflictOf(action);
     if (!conflict.isEmpty()) return conflict;
     const auto& issues = shortcutManager_->registrationIssuesByAction().value();
     const auto issue = issues.find(action);

@@ -41,8 +41,8 @@ protected:
         for (int row = 0; row < model->rowCount(); ++row) found.append(model->index(row).data(role).toString());
         return found;
     }
-    [[nodiscard]] QStringList identifiers() { return texts(IgnoredAppsModel::IdentifierRole); }
-    [[nodiscard]] QStringList names() { return texts(IgnoredAppsModel::NameRole); }
+    [[nodiscard]] QStringList identifiers() { return texts(IgnoredAppsModel::identifierRole); }
+    [[nodiscard]] QStringList names() { return texts(IgnoredAppsModel::nameRole); }
     [[nodiscard]] SimulatedApplicationChooser& chooser() { return platform.applicationChooser(); }
     void settle() { platform.runLoop().runPending(); }
 
@@ -62,23 +62,23 @@ TEST_F(IgnoredAppsModelTest, ShowsWhatIsIgnoredWhenItIsMade) {
     const IgnoredAppsModel late(preferencesStore, platform.workspace(), platform.bundle(), chooser());
 
     ASSERT_EQ(late.rowCount(), 2);
-    EXPECT_EQ(late.index(0).data(IgnoredAppsModel::NameRole), "a");
-    EXPECT_EQ(late.index(0).data(IgnoredAppsModel::IconRole), "");
-    EXPECT_EQ(late.index(1).data(IgnoredAppsModel::NameRole), "Editor");
-    EXPECT_NE(late.index(1).data(IgnoredAppsModel::IconRole), "");
-    EXPECT_EQ(late.index(1).data(IgnoredAppsModel::IdentifierRole), "b");
+    EXPECT_EQ(late.index(0).data(IgnoredAppsModel::nameRole), "a");
+    EXPECT_EQ(late.index(0).data(IgnoredAppsModel::iconRole), "");
+    EXPECT_EQ(late.index(1).data(IgnoredAppsModel::nameRole), "Editor");
+    EXPECT_NE(late.index(1).data(IgnoredAppsModel::iconRole), "");
+    EXPECT_EQ(late.index(1).data(IgnoredAppsModel::identifierRole), "b");
 }
 
 TEST_F(IgnoredAppsModelTest, RolesHaveTheirNamesForViews) {
-    EXPECT_EQ(model->roleNames().value(IgnoredAppsModel::IdentifierRole), "bundleIdentifier");
-    EXPECT_EQ(model->roleNames().value(IgnoredAppsModel::NameRole), "name");
-    EXPECT_EQ(model->roleNames().value(IgnoredAppsModel::IconRole), "icon");
+    EXPECT_EQ(model->roleNames().value(IgnoredAppsModel::identifierRole), "bundleIdentifier");
+    EXPECT_EQ(model->roleNames().value(IgnoredAppsModel::nameRole), "name");
+    EXPECT_EQ(model->roleNames().value(IgnoredAppsModel::iconRole), "icon");
 }
 
 TEST_F(IgnoredAppsModelTest, AnswersNothingForWhatIsNoRow) {
     ignore({"a"});
 
-    EXPECT_FALSE(model->data(QModelIndex(), IgnoredAppsModel::NameRole).isValid());
+    EXPECT_FALSE(model->data(QModelIndex(), IgnoredAppsModel::nameRole).isValid());
     EXPECT_FALSE(model->index(0).data(Qt::EditRole).isValid());
     EXPECT_EQ(model->rowCount(model->index(0)), 0);
 }

@@ -35,7 +35,7 @@ protected:
         for (int row = 0; row < model.rowCount(); ++row) found.append(model.index(row).data(role).toString());
         return found;
     }
-    [[nodiscard]] QStringList names() { return texts(InstalledApplicationsModel::NameRole); }
+    [[nodiscard]] QStringList names() { return texts(InstalledApplicationsModel::nameRole); }
     [[nodiscard]] QStringList chosen() {
         QStringList found;
         for (const auto& location : model.chosenLocations())
@@ -47,7 +47,7 @@ protected:
         return names();
     }
 
-    InstalledApplicationsModel model;
+    InstalledApplicationsModel model{nullptr};
 
 private:
     QLocale before_;
@@ -66,16 +66,16 @@ TEST_F(InstalledApplicationsModelTest, TellsWhatARowShows) {
         true);
 
     EXPECT_THAT(names(), ElementsAre("Editor", "Viewer"));
-    EXPECT_THAT(texts(InstalledApplicationsModel::IdentifierRole),
+    EXPECT_THAT(texts(InstalledApplicationsModel::identifierRole),
                 ElementsAre("org.example.Editor", "org.example.Viewer"));
-    EXPECT_NE(model.index(0).data(InstalledApplicationsModel::IconRole), "");
-    EXPECT_EQ(model.index(1).data(InstalledApplicationsModel::IconRole), "");
-    EXPECT_EQ(model.index(0).data(InstalledApplicationsModel::ChosenRole), false);
-    EXPECT_EQ(model.roleNames().value(InstalledApplicationsModel::NameRole), "name");
-    EXPECT_EQ(model.roleNames().value(InstalledApplicationsModel::IdentifierRole), "identifier");
-    EXPECT_EQ(model.roleNames().value(InstalledApplicationsModel::IconRole), "icon");
-    EXPECT_EQ(model.roleNames().value(InstalledApplicationsModel::ChosenRole), "chosen");
-    EXPECT_FALSE(model.data(QModelIndex(), InstalledApplicationsModel::NameRole).isValid());
+    EXPECT_NE(model.index(0).data(InstalledApplicationsModel::iconRole), "");
+    EXPECT_EQ(model.index(1).data(InstalledApplicationsModel::iconRole), "");
+    EXPECT_EQ(model.index(0).data(InstalledApplicationsModel::chosenRole), false);
+    EXPECT_EQ(model.roleNames().value(InstalledApplicationsModel::nameRole), "name");
+    EXPECT_EQ(model.roleNames().value(InstalledApplicationsModel::identifierRole), "identifier");
+    EXPECT_EQ(model.roleNames().value(InstalledApplicationsModel::iconRole), "icon");
+    EXPECT_EQ(model.roleNames().value(InstalledApplicationsModel::chosenRole), "chosen");
+    EXPECT_FALSE(model.data(QModelIndex(), InstalledApplicationsModel::nameRole).isValid());
 }
 
 TEST_F(InstalledApplicationsModelTest, OrdersNamesAsTheUsersLanguageDoes) {
@@ -88,7 +88,7 @@ TEST_F(InstalledApplicationsModelTest, OrdersNamesAsTheUsersLanguageDoes) {
 TEST_F(InstalledApplicationsModelTest, OrdersEqualNamesByTheirIdentifiers) {
     model.setApplications({application("b", "Files"), application("A", "Files"), application("a", "Files")}, true);
 
-    EXPECT_THAT(texts(InstalledApplicationsModel::IdentifierRole), ElementsAre("A", "a", "b"));
+    EXPECT_THAT(texts(InstalledApplicationsModel::identifierRole), ElementsAre("A", "a", "b"));
 }
 
 TEST_F(InstalledApplicationsModelTest, FindsNamesWhateverTheirLetterCaseAndAccents) {
@@ -155,7 +155,7 @@ TEST_F(InstalledApplicationsModelTest, KeepsWhatIsChosenInTheOrderOfTheList) {
     EXPECT_THAT(chosen(), ElementsAre("a", "c"));
     EXPECT_EQ(model.chosenCount(), 2);
     EXPECT_EQ(told, 4);
-    EXPECT_EQ(model.index(2).data(InstalledApplicationsModel::ChosenRole), true);
+    EXPECT_EQ(model.index(2).data(InstalledApplicationsModel::chosenRole), true);
 }
 
 TEST_F(InstalledApplicationsModelTest, KeepsWhatIsChosenWhileTheSearchHidesIt) {
