@@ -69,21 +69,6 @@ TEST_F(ShortcutRecorderPanelTest, OpensWithAFreshModelAndTellsThatRecordingHasBe
                                     .message = {"Press Escape to cancel — add a modifier to bind Escape itself."}}));
 }
 
-TEST_F(ShortcutRecorderPanelTest, TellsWhichActionIsRecordedOnceThePanelIsShownOrClosed) {
-    std::vector<std::pair<std::optional<WindowAction>, bool>> told;
-    const auto subscription =
-        panel->recordedAction().subscribe([&](const auto& action) { told.emplace_back(action, host().isShown()); });
-
-    open(topLeft);
-    open(restore);
-    panel->cancel();
-    panel->cancel();
-
-    EXPECT_THAT(told,
-                ElementsAre(std::pair(std::optional(topLeft), true), std::pair(std::optional<WindowAction>(), false),
-                            std::pair(std::optional(restore), true), std::pair(std::optional<WindowAction>(), false)));
-}
-
 TEST_F(ShortcutRecorderPanelTest, KnowsThatADisabledActionHasNoShortcut) {
     preferencesStore->removeShortcut(leftHalf);
     open(leftHalf);

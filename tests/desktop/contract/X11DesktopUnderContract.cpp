@@ -321,35 +321,6 @@ void X11DesktopUnderContract::setInstalled(bool installed) {
                                   (installed ? "" : "Hidden=true\n")));
 }
 
-std::filesystem::path X11DesktopUnderContract::entryFolder() const {
-    return std::filesystem::path(desktop_->environment().at("XDG_DATA_HOME")) / "applications";
-}
-
-/// However coarse the clock of the file system is.
-void X11DesktopUnderContract::markEntriesChanged() {
-    ++entryAge_;
-    std::filesystem::last_write_time(entryFolder(), std::filesystem::file_time_type::clock::now() + entryAge_);
-}
-
-std::filesystem::path X11DesktopUnderContract::install(const ContractApplication& application) {
-    std::filesystem::path location = entryFolder() / (application.identifier + ".desktop");
-    require(writeSettingsFile(location,
-                              "[Desktop Entry]\nType=Application\nExec=/usr/bin/false\nName=" + application.name +
-                                  "\nIcon=" + application.icon + (application.isListed ? "\n" : "\nNoDisplay=true\n")));
-    markEntriesChanged();
-    return location;
-}
-
-void X11DesktopUnderContract::uninstall(const std::filesystem::path& location) {
-    std::filesystem::remove(location);
-    markEntriesChanged();
-}
-
-void X11DesktopUnderContract::breakApplication(const std::filesystem::path& location) {
-    require(writeSettingsFile(location, "[Desktop Entry]\nType=Appl"));
-    markEntriesChanged();
-}
-
 void X11DesktopUnderContract::switchOffLoginItem() {
     std::ofstream(autostartFile(), std::ios::app) << "Hidden=true\n";
 }
