@@ -61,7 +61,8 @@ protected:
     AccessibilitySettings accessibilitySettings{log};
     ScratchFolder folder;
     DesktopApplications applications{DesktopEntries({folder.path()}, {})};
-    LinuxWorkspace workspace{windowSystem, reducedMotion, accessibilitySettings, applications};
+    UrlOpener urlOpener{log};
+    LinuxWorkspace workspace{windowSystem, reducedMotion, accessibilitySettings, urlOpener, applications};
 };
 
 TEST_F(LinuxWorkspaceTest, AsksTheWindowSystemForTheFrontmostApplication) {
