@@ -1,6 +1,7 @@
 #include "desktop/harness/AccessibilityBus.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -152,7 +153,7 @@ private:
 
 const AccessibleObject* AccessibleTree::find(std::string_view role, std::string_view name) const {
     const auto isWanted = [&](const AccessibleObject& object) {
-        return object.is(AccessibleState::showing) && object.name == name && (role.empty() || object.role == role);
+        return object.frame && object.name == name && (role.empty() || object.role == role);
     };
     const auto found = std::ranges::find_if(objects_, isWanted);
     return found == objects_.end() ? nullptr : &*found;
@@ -161,11 +162,13 @@ const AccessibleObject* AccessibleTree::find(std::string_view role, std::string_
 std::string AccessibleTree::text() const {
     std::string lines;
     for (const AccessibleObject& object : objects_) {
-        lines += fmt::format(
-            "{} \"{}\" {}{}{}{}{}\n", object.role, object.name, object.frame ? object.frame->text() : "-",
-            object.is(AccessibleState::showing) ? "" : " hidden", object.is(AccessibleState::checked) ? " checked" : "",
-            object.is(AccessibleState::focused) ? " focused" : "",
-            object.value ? fmt::format(" {}", *object.value) : "");
+        lines +=
+            fmt::format("{} \"{}\" {}{}{}{}{}{}\n", object.role, object.name, object.frame ? object.frame->text() : "-",
+                        object.is(AccessibleState::showing) ? "" : " out of sight",
+                        object.is(AccessibleState::checked) ? " checked" : "",
+                        object.is(AccessibleState::focused) ? " focused" : "",
+                        object.value ? fmt::format(" {}", *object.value) : "",
+                        object.actions.empty() ? "" : fmt::format(" ({})", fmt::join(object.actions, ", ")));
     }
     return lines;
 }
@@ -211,7 +214,9 @@ AccessibleTree AccessibilityBus::treeOf(const ChildProcess& program) {
 }
 
 bool AccessibilityBus::press(const AccessibleObject& object) {
-    return connection_->ask({qt(object.service), qt(object.path)}, action, QStringLiteral("DoAction"), {0})
+    const auto press = std::ranges::find(object.actions, "Press");
+    const auto index = press == object.actions.end() ? 0 : static_cast<int>(press - object.actions.begin());
+    return connection_->ask({qt(object.service), qt(object.path)}, action, QStringLiteral("DoAction"), {index})
         .value(0)
         .toBool();
 }

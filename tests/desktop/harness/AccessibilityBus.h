@@ -36,7 +36,7 @@ struct AccessibleObject {
     std::string description;
     /// One bit for each state.
     std::uint64_t states = 0;
-    /// In root coordinates; absent for what has no place.
+    /// In root coordinates; absent for what is hidden, not for what is only scrolled out of sight.
     std::optional<PixelRect> frame;
     std::vector<std::string> actions;
     /// Of a slider and the like.
@@ -51,7 +51,7 @@ public:
     explicit AccessibleTree(std::vector<AccessibleObject> objects) : objects_(std::move(objects)) {}
 
     [[nodiscard]] const std::vector<AccessibleObject>& objects() const { return objects_; }
-    /// The first on the screen with this role and name; an empty role fits all.
+    /// The first with this role and name that is not hidden, be it scrolled out of sight; an empty role fits all.
     [[nodiscard]] const AccessibleObject* find(std::string_view role, std::string_view name) const;
     [[nodiscard]] bool shows(std::string_view name) const { return find({}, name) != nullptr; }
     /// One line for each, for failure messages.
@@ -77,7 +77,7 @@ public:
     /// What is in the windows of the process now; empty when it is not on the bus.
     [[nodiscard]] AccessibleTree treeOf(const ChildProcess& program);
 
-    /// Does the first thing that can be done with it; false when it refuses.
+    /// Presses it, or does the first thing that can be done with it; false when it refuses.
     bool press(const AccessibleObject& object);
     bool setValue(const AccessibleObject& object, double value);
     /// Gives it the keyboard.

@@ -17,6 +17,8 @@ public:
     /// These return when the server has processed all of it.
     void moveTo(int x, int y);
     void click(PointerButton button);
+    void press(PointerButton button);
+    void release(PointerButton button);
 
 private:
     void send(std::uint8_t event, std::uint8_t detail, int x, int y);

@@ -1,0 +1,133 @@
+#include "desktop/settings/SettingsWindowTest.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+namespace velmorand::desktop {
+namespace {
+
+namespace fs = std::filesystem;
+
+using testing::ElementsAre;
+
+class SettingsNavigationTest : public SettingsWindowTest {
+protected:
+    /// What has the keyboard, once something other than \p before has it.
+    [[nodiscard]] std::string focusedAfter(const std::string& before) {
+        std::string name;
+        observer().waitUntil(
+            [&] {
+                const AccessibleTree seen = tree();
+                name.clear();
+                for (const AccessibleObject& object : seen.objects()) {
+                    const bool isContainer = object.role == "frame" || object.role == "filler";
+                    if (object.is(AccessibleState::focused) && !isContainer) name = object.name;
+                }
+                return !name.empty() && name != before;
+            },
+            std::chrono::seconds(2));
+        return name;
+    }
+};
+
+TEST_F(SettingsNavigationTest, TheSidebarShowsWhoItIsAndItsPanes) {
+    ASSERT_NO_FATAL_FAILURE(open());
+
+    expectAllShown({"Velmorand", "Arrange • Snap • Focus", "General", "Shortcuts", "Ignored Apps", "About",
+                    "Version 0.1.0 (1)", "Help & Support"});
+}
+
+TEST_F(SettingsNavigationTest, EachPaneIsReachedByPointerAndByAssistiveTechnology) {
+    ASSERT_NO_FATAL_FAILURE(open());
+    click("", "About");
+    expectShown("", "Velmorand collects no data.");
+    EXPECT_TRUE(goes("Effortless window arrangement."));
+
+    press("", "General");
+    expectShown("", "Effortless window arrangement.");
+    EXPECT_TRUE(goes("Velmorand collects no data."));
+}
+
+TEST_F(SettingsNavigationTest, AboutSaysWhoTheProgramIs) {
+    ASSERT_NO_FATAL_FAILURE(open());
+    choosePane("About");
+
+    expectAllShown({"Arrange • Snap • Focus", "Version 0.1.0 (1)", "Support", "support@velmorand.app", "Privacy",
+                    "Velmorand collects no data.", "Bundle ID", "app.velmorand.Velmorand",
+                    "Thank you for using Velmorand. Happy arranging!"});
+}
+
+TEST_F(SettingsNavigationTest, TheLinksBeginAMailToTheContactAddress) {
+    const fs::path home = desktop().environment().at("HOME");
+    const fs::path applications = fs::path(desktop().environment().at("XDG_DATA_HOME")) / "applications";
+    fs::create_directories(applications);
+    const fs::path mail = home / "mail";
+    std::ofstream(home / "mailer") << "#!/bin/sh\necho \"$1\" >>" << mail.string() << '\n';
+    fs::permissions(home / "mailer", fs::perms::owner_all);
+    std::ofstream(applications / "mailer.desktop")
+        << "[Desktop Entry]\nType=Application\nName=Mailer\nExec=" << (home / "mailer").string()
+        << " %u\nMimeType=x-scheme-handler/mailto;\n";
+    std::ofstream(configuration("mimeapps.list")) << "[Default Applications]\nx-scheme-handler/mailto=mailer.desktop\n";
+    const auto mails = [&] {
+        std::ifstream stream(mail);
+        return std::string(std::istreambuf_iterator<char>(stream), {});
+    };
+    ASSERT_NO_FATAL_FAILURE(open());
+
+    press("link", "Help & Support");
+    EXPECT_TRUE(observer().waitUntil([&] { return mails() == "mailto:support@velmorand.app\n"; })) << mails();
+    choosePane("About");
+    click("link", "support@velmorand.app");
+    EXPECT_TRUE(observer().waitUntil([&] {
+        return mails() == "mailto:support@velmorand.app\nmailto:support@velmorand.app\n";
+    })) << mails();
+}
+
+TEST_F(SettingsNavigationTest, WithoutAMailProgramTheUserIsToldTheAddress) {
+    ASSERT_NO_FATAL_FAILURE(startProgram({{"XDG_DATA_DIRS", desktop().environment().at("XDG_RUNTIME_DIR")}}));
+    ASSERT_NO_FATAL_FAILURE(openWindow());
+
+    press("link", "Help & Support");
+
+    EXPECT_TRUE(logs("Nothing to open mailto:support@velmorand.app with")) << program().log();
+    EXPECT_TRUE(program().isRunning());
+    expectShown("", "General");
+}
+
+TEST_F(SettingsNavigationTest, TheKeyboardReachesEverythingInTheOrderInWhichItIsSeen) {
+    ASSERT_NO_FATAL_FAILURE(open());
+    std::vector<std::string> reached;
+    std::string last;
+    for (int presses = 0; presses < 20; ++presses) {
+        keyboard().press(Key::tab);
+        last = focusedAfter(last);
+        if (!reached.empty() && last == reached.front()) break;
+        reached.push_back(last);
+    }
+    const auto first = std::ranges::find(reached, "General");
+    std::ranges::rotate(reached, first);
+    EXPECT_THAT(reached, ElementsAre("General", "Shortcuts", "Ignored Apps", "About", "Help & Support", "Check Status",
+                                     "Open Settings...", "Launch at Login", "Keep Windows Within Visible Screen Area",
+                                     "Enable Window Transitions", "Outer Margin (Padding)", "Inner Gap"));
+}
+
+TEST_F(SettingsNavigationTest, EveryControlSaysWhatItIsAndDoesSomething) {
+    ASSERT_NO_FATAL_FAILURE(open());
+    for (const char* pane : {"General", "Shortcuts", "Ignored Apps", "About"}) {
+        choosePane(pane);
+        observer().waitUntil([] { return false; }, std::chrono::milliseconds(300));
+        const AccessibleTree seen = tree();
+        for (const AccessibleObject& object : seen.objects()) {
+            if (!object.is(AccessibleState::showing) || !object.is(AccessibleState::focusable)) continue;
+            if (object.role == "frame" || object.role == "application") continue;
+            EXPECT_FALSE(object.name.empty()) << pane << ": a " << object.role << " without a name";
+            EXPECT_TRUE(!object.actions.empty() || object.value) << pane << ": " << object.name << " does nothing";
+        }
+    }
+}
+
+}  // namespace
+}  // namespace velmorand::desktop
