@@ -26,6 +26,11 @@ struct DropCredentials {
 };
 using Credentials = std::unique_ptr<sd_bus_creds, DropCredentials>;
 
+/// Whether the bus itself, which was asked something, has let the time pass.
+bool isSilence(int answer) {
+    return answer == -ETIMEDOUT;
+}
+
 /// Until the bus has let us in.
 std::expected<void, EarlyBus::Trouble> waitUntilReady(sd_bus* bus) {
     const auto deadline = Clock::now() + EarlyBus::patience;
@@ -75,34 +80,39 @@ std::expected<EarlyBus, EarlyBus::Trouble> EarlyBus::connect() {
     return bus;
 }
 
-std::expected<bool, std::string> EarlyBus::takeName() {
+std::expected<bool, EarlyBus::Refusal> EarlyBus::takeName() {
     const int taken = sd_bus_request_name(raw(), name, 0);
     if (taken >= 0) return true;
     if (taken == -EEXIST) return false;
-    return std::unexpected(std::generic_category().message(-taken));
+    return std::unexpected(Refusal{std::generic_category().message(-taken), isSilence(taken)});
 }
 
-std::optional<std::string> EarlyBus::owner() {
+std::expected<std::optional<std::string>, EarlyBus::Silence> EarlyBus::owner() {
     sd_bus_message* got = nullptr;
-    sd_bus_call_method(raw(), busService, busPath, busService, "GetNameOwner", nullptr, &got, "s", name);
+    const int asked =
+        sd_bus_call_method(raw(), busService, busPath, busService, "GetNameOwner", nullptr, &got, "s", name);
     const Message reply(got);
+    if (isSilence(asked)) return std::unexpected(Silence{});
     const char* connection = nullptr;
     if (!reply || sd_bus_message_read(got, "s", &connection) < 0) return std::nullopt;
     return connection;
 }
 
-bool EarlyBus::isThere(const std::string& connection) {
+std::expected<bool, EarlyBus::Silence> EarlyBus::isThere(const std::string& connection) {
     sd_bus_message* got = nullptr;
-    sd_bus_call_method(raw(), busService, busPath, busService, "NameHasOwner", nullptr, &got, "s", connection.c_str());
+    const int asked = sd_bus_call_method(raw(), busService, busPath, busService, "NameHasOwner", nullptr, &got, "s",
+                                         connection.c_str());
     const Message reply(got);
+    if (isSilence(asked)) return std::unexpected(Silence{});
     int hasOwner = 0;
     return reply && sd_bus_message_read(got, "b", &hasOwner) >= 0 && hasOwner != 0;
 }
 
-std::optional<EarlyBus::Peer> EarlyBus::processOf(const std::string& connection) {
+std::expected<std::optional<EarlyBus::Peer>, EarlyBus::Silence> EarlyBus::processOf(const std::string& connection) {
     sd_bus_creds* got = nullptr;
-    sd_bus_get_name_creds(raw(), connection.c_str(), SD_BUS_CREDS_PID | SD_BUS_CREDS_EUID, &got);
+    const int asked = sd_bus_get_name_creds(raw(), connection.c_str(), SD_BUS_CREDS_PID | SD_BUS_CREDS_EUID, &got);
     const Credentials credentials(got);
+    if (isSilence(asked)) return std::unexpected(Silence{});
     Peer peer;
     const bool isKnown =
         credentials && sd_bus_creds_get_pid(got, &peer.pid) >= 0 && sd_bus_creds_get_euid(got, &peer.user) >= 0;
@@ -117,7 +127,9 @@ EarlyBus::Outcome EarlyBus::activate(const std::string& connection, const Startu
     const int answered = sd_bus_call(raw(), call.get(), 0, nullptr, &got);
     const Message reply(got);
     if (answered >= 0) return Outcome::answered;
-    if (!isThere(connection)) return Outcome::gone;
+    const auto there = isThere(connection);
+    if (!there) return Outcome::busIsSilent;
+    if (!*there) return Outcome::gone;
     return answered == -ETIMEDOUT ? Outcome::silent : Outcome::refused;
 }
 

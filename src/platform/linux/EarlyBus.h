@@ -36,6 +36,15 @@ public:
         silent,
     };
 
+    /// The bus itself did not answer. Nor will it let anybody else in, who might wait for that without end.
+    struct Silence {};
+
+    /// Why the name of the program cannot be had.
+    struct Refusal {
+        std::string reason;
+        bool isSilence = false;
+    };
+
     /// What became of a call to another program.
     enum class Outcome : std::uint8_t {
         answered,
@@ -45,6 +54,8 @@ public:
         gone,
         /// It is there, and does not answer.
         silent,
+        /// The bus itself does not answer any more.
+        busIsSilent,
     };
 
     /// The process that has a connection to the bus, as the bus says.
@@ -56,17 +67,17 @@ public:
     [[nodiscard]] static std::expected<EarlyBus, Trouble> connect();
 
     /// Takes the name of the program without waiting for its turn. Answers whether it is ours now, and not another
-    /// program's; fails with the reason why it cannot be had at all.
-    [[nodiscard]] std::expected<bool, std::string> takeName();
+    /// program's.
+    [[nodiscard]] std::expected<bool, Refusal> takeName();
 
     /// The connection that has the name of the program; absent when none has.
-    [[nodiscard]] std::optional<std::string> owner();
+    [[nodiscard]] std::expected<std::optional<std::string>, Silence> owner();
 
     /// Whether this connection is on the bus.
-    [[nodiscard]] bool isThere(const std::string& connection);
+    [[nodiscard]] std::expected<bool, Silence> isThere(const std::string& connection);
 
     /// Absent when the connection is gone or the bus does not know.
-    [[nodiscard]] std::optional<Peer> processOf(const std::string& connection);
+    [[nodiscard]] std::expected<std::optional<Peer>, Silence> processOf(const std::string& connection);
 
     /// Asks the program at this connection to come to the front; nothing is started for it.
     [[nodiscard]] Outcome activate(const std::string& connection, const StartupTokens& tokens);

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Prints the texts of the platform's data.
+/// Prints the texts of the platform's data, and does not answer.
 int printPlatformData(sd_bus_message* message, void* /*data*/, sd_bus_error* /*error*/) {
     sd_bus_message_enter_container(message, 'a', "{sv}");
     const char* key = nullptr;
@@ -16,24 +16,37 @@ int printPlatformData(sd_bus_message* message, void* /*data*/, sd_bus_error* /*e
     while (sd_bus_message_read(message, "{sv}", &key, "s", &text) > 0) std::printf("%s %s\n", key, text);
     std::printf("activated\n");
     std::fflush(stdout);
+    return 1;
+}
+
+int printAndAnswer(sd_bus_message* message, void* data, sd_bus_error* error) {
+    printPlatformData(message, data, error);
     return sd_bus_reply_method_return(message, nullptr);
 }
 
-const auto description = std::to_array<sd_bus_vtable>({
-    SD_BUS_VTABLE_START(0),
-    SD_BUS_METHOD("Activate", "a{sv}", "", printPlatformData, SD_BUS_VTABLE_UNPRIVILEGED),
-    SD_BUS_VTABLE_END,
-});
+using Description = std::array<sd_bus_vtable, 3>;
+
+constexpr Description description(sd_bus_message_handler_t activate) {
+    return {{
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("Activate", "a{sv}", "", activate, SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_VTABLE_END,
+    }};
+}
+
+const Description answering = description(printAndAnswer);
+const Description keepingQuiet = description(printPlatformData);
 
 }  // namespace
 
 /// Takes the name of Velmorand on the session bus, says "owns" and keeps it. With "answers" it prints what it is activated
-/// with, with "refuses" it knows no such call, and with "silent" it answers nothing.
+/// with, with "quiet" it prints that and does not answer, with "refuses" it knows no such call, and with "silent" it reads nothing.
 int main(int argumentCount, char** arguments) {
     const std::string_view behaviour = argumentCount > 1 ? arguments[1] : "";
     sd_bus* bus = nullptr;
     if (sd_bus_open_user(&bus) < 0) return 1;
-    if (behaviour == "answers") {
+    if (behaviour == "answers" || behaviour == "quiet") {
+        const Description& description = behaviour == "answers" ? answering : keepingQuiet;
         sd_bus_add_object_vtable(bus, nullptr, "/app/velmorand/Velmorand", "org.freedesktop.Application",
                                  description.data(), nullptr);
     }

@@ -12,6 +12,8 @@ namespace velmorand::desktop {
 namespace {
 
 constexpr std::string_view settingsShown = "velmorand [settings] error: The settings window is not installed.";
+constexpr std::string_view silentBus =
+    "velmorand [app] error: The session bus does not answer. There will be no status item and no notification.\n";
 constexpr std::string_view ended = "does not answer and is ended.";
 
 class SecondStartTest : public CopiesTest {};
@@ -160,9 +162,23 @@ TEST_F(SecondStartTest, WithASessionBusThatDoesNotAnswerTheProgramStarts) {
 
     ChildProcess program = startFully();
 
-    EXPECT_TRUE(
-        program.log().contains("velmorand [app] error: The session bus does not answer. There will be no status "
-                               "item and no notification.\n"));
+    EXPECT_TRUE(program.log().contains(silentBus)) << program.logTail();
+    expectShortcutWorks(program);
+    desktop().sessionBus().thaw();
+}
+
+TEST_F(SecondStartTest, WithASessionBusThatFallsSilentWhileTheOtherCopyIsAskedTheProgramStarts) {
+    ChildProcess other = takeName("quiet");
+    ChildProcess program = start();
+    ASSERT_TRUE(logs(other, "activated\n")) << other.logTail();
+
+    desktop().sessionBus().freeze();
+
+    EXPECT_TRUE(observer().waitUntil([&] { return program.log().contains("Registered shortcut restore id 19"); },
+                                     3 * patience))
+        << program.logTail();
+    EXPECT_TRUE(program.log().contains(silentBus)) << program.logTail();
+    EXPECT_TRUE(other.isRunning());
     expectShortcutWorks(program);
     desktop().sessionBus().thaw();
 }
