@@ -5,6 +5,7 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 #include <unicode/ustring.h>
+#include <unicode/utf.h>
 
 #include <cassert>
 #include <cstdint>
@@ -68,6 +69,14 @@ bool hasControlCharacter(std::string_view text) {
     const icu::UnicodeString characters = fromUtf8(text);
     for (std::int32_t i = 0; i < characters.length(); ++i) {  // control characters are single units
         if (u_charType(characters.charAt(i)) == U_CONTROL_CHAR) return true;
+    }
+    return false;
+}
+
+bool hasNoncharacter(std::string_view text) {
+    const icu::UnicodeString characters = fromUtf8(text);
+    for (std::int32_t i = 0; i < characters.length(); i = characters.moveIndex32(i, 1)) {
+        if (U_IS_UNICODE_NONCHAR(characters.char32At(i))) return true;
     }
     return false;
 }

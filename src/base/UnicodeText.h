@@ -33,4 +33,8 @@ namespace velmorand {
 /// Whether the text holds a control character (category Cc), such as a line end or an escape.
 [[nodiscard]] bool hasControlCharacter(std::string_view text);
 
+/// Whether the text holds a code point that is set aside for use inside programs (a noncharacter), such as U+FFFE. It is
+/// valid UTF-8, but not everybody takes it.
+[[nodiscard]] bool hasNoncharacter(std::string_view text);
+
 }  // namespace velmorand

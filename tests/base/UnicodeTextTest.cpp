@@ -127,6 +127,18 @@ TEST(UnicodeText, BytesThatAreNoCharactersAreNotValidAndReplaced) {
     EXPECT_EQ(validUtf8("a\xFF\u00e4"), "a\uFFFDä");
 }
 
+TEST(UnicodeText, NoncharactersAreTheLastTwoOfEachPlaneAndARangeOfTheFirst) {
+    for (const std::string_view text :
+         {"\uFFFE", "a\uFFFFb", "\uFDD0", "\uFDEF", "\U0001FFFE", "\U0010FFFF", "\U0001F600\uFFFE"}) {
+        SCOPED_TRACE(text);
+        EXPECT_TRUE(hasNoncharacter(text));
+    }
+    for (const std::string_view text : {"", "a", "\uFDCF", "\uFDF0", "\uFFFD", "\U0001F600", "\U0010FFFD", "\xFF"}) {
+        SCOPED_TRACE(text);
+        EXPECT_FALSE(hasNoncharacter(text));
+    }
+}
+
 TEST(UnicodeText, ContainsAPartInCapitalOrSmallLetters) {
     EXPECT_TRUE(containsIgnoringCase("Shortcut Conflict, twice", "conflict"));
     EXPECT_TRUE(containsIgnoringCase("CONFLICT", "conflict"));

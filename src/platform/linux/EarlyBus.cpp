@@ -121,7 +121,8 @@ std::expected<std::optional<EarlyBus::Peer>, EarlyBus::Silence> EarlyBus::proces
 
 /// A program that leaves and one that keeps silent make the same error: whether it is there tells them apart.
 EarlyBus::Outcome EarlyBus::activate(const std::string& connection, const StartupTokens& tokens) {
-    const Message call = activation(raw(), connection, tokens);
+    Message call = activation(raw(), connection, tokens);
+    if (!call) call = activation(raw(), connection, {});  // better without them than not at all
     if (!call) return Outcome::refused;
     sd_bus_message* got = nullptr;
     const int answered = sd_bus_call(raw(), call.get(), 0, nullptr, &got);

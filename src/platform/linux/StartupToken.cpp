@@ -3,6 +3,7 @@
 #include "base/UnicodeText.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace velmorand {
 namespace {
@@ -17,8 +18,8 @@ std::optional<std::string> take(const char* name) {
 
 std::optional<std::string> startupToken(const char* text) {
     std::string token = text == nullptr ? "" : text;
-    if (token.empty() || !isValidUtf8(token) || hasControlCharacter(token)) return std::nullopt;
-    return token;
+    const bool isText = isValidUtf8(token) && !hasControlCharacter(token) && !hasNoncharacter(token);
+    return token.empty() || !isText ? std::nullopt : std::optional(std::move(token));
 }
 
 StartupTokens takeStartupTokens() {

@@ -16,7 +16,7 @@ struct StartupTokens {
     bool operator==(const StartupTokens&) const = default;
 };
 
-/// A token as somebody gives it; absent when it is null, empty or no text.
+/// A token as somebody gives it; absent when it is null, empty or no text that the bus would take.
 [[nodiscard]] std::optional<std::string> startupToken(const char* text);
 
 /// Takes the tokens out of the environment: they are good for one window, not for the programs that this one starts, and

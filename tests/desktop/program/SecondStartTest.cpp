@@ -149,6 +149,17 @@ TEST_F(SecondStartTest, PassesOnWhatTheLauncherGave) {
     EXPECT_EQ(first.log(), "owns\nactivation-token token-1\ndesktop-startup-id launcher-1_TIME42\nactivated\n");
 }
 
+TEST_F(SecondStartTest, HandsOverWithoutATokenThatTheBusWouldNotTake) {
+    for (const char* token : {"\uFFFE", "\uFDD0", "cut\xC3", "two\nlines"}) {
+        ChildProcess first = takeName("answers");
+
+        ChildProcess second = start({{"XDG_ACTIVATION_TOKEN", token}, {"DESKTOP_STARTUP_ID", token}});
+
+        expectHandedOver(second);
+        EXPECT_EQ(first.log(), "owns\nactivated\n");
+    }
+}
+
 TEST_F(SecondStartTest, WithoutASessionBusTheProgramStarts) {
     ChildProcess program = startFully({{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"}});
 
@@ -174,8 +185,8 @@ TEST_F(SecondStartTest, WithASessionBusThatFallsSilentWhileTheOtherCopyIsAskedTh
 
     desktop().sessionBus().freeze();
 
-    EXPECT_TRUE(observer().waitUntil([&] { return program.log().contains("Registered shortcut restore id 19"); },
-                                     3 * patience))
+    EXPECT_TRUE(
+        observer().waitUntil([&] { return program.log().contains("Registered shortcut restore id 19"); }, 3 * patience))
         << program.logTail();
     EXPECT_TRUE(program.log().contains(silentBus)) << program.logTail();
     EXPECT_TRUE(other.isRunning());

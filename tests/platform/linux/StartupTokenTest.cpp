@@ -23,7 +23,7 @@ TEST(StartupTokenTest, TakesBothOutOfTheEnvironment) {
 }
 
 TEST(StartupTokenTest, WhatIsNoTextIsTakenAwayAndDropped) {
-    for (const char* value : {"", "line\nend", "cut\xC3"}) {
+    for (const char* value : {"", "line\nend", "cut\xC3", "token\uFFFE", "\uFDD0", "\U0001FFFF"}) {
         const ScopedEnvironment token(activationToken, value);
         const ScopedEnvironment id(startupId, "launcher-1");
 
