@@ -70,8 +70,8 @@ void ApplicationService::DropSlot::operator()(sd_bus_slot* slot) const {
     sd_bus_slot_unref(slot);
 }
 
-ApplicationService::ApplicationService(EarlyBus& bus, QtRunLoop& runLoop, Reopened reopened)
-    : bus_(bus), runLoop_(runLoop), reopened_(std::move(reopened)) {
+ApplicationService::ApplicationService(EarlyBus& bus, QtRunLoop& runLoop, CanReopen canReopen, Reopened reopened)
+    : bus_(bus), runLoop_(runLoop), canReopen_(std::move(canReopen)), reopened_(std::move(reopened)) {
     sd_bus_slot* slot = nullptr;
     sd_bus_add_object_vtable(bus_.raw(), &slot, EarlyBus::path, EarlyBus::interface, description.data(), this);
     slot_.reset(slot);
@@ -85,16 +85,30 @@ void ApplicationService::start() {
 }
 
 void ApplicationService::handleMessages() {
-    int handled = 0;
-    do handled = sd_bus_process(bus_.raw(), nullptr);
-    while (handled > 0);
+    int handled = 1;
+    for (std::size_t count = 0; count < mostMessagesAtOnce && handled > 0; ++count)
+        handled = sd_bus_process(bus_.raw(), nullptr);
     if (handled < 0) readable_.cancel();
+    // What is left may have been read already, so that nothing would tell of it. A posted turn would come before what
+    // other files and timers have waiting.
+    rest_ = handled > 0 ? runLoop_.after(Duration::zero(), [this] { handleMessages(); }) : RunLoop::Timer();
 }
 
 void ApplicationService::activate(sd_bus_message* message) {
-    runLoop_.post([this, alive = std::weak_ptr(alive_), held = hold(message), token = readActivationToken(message)] {
-        if (!alive.expired() && reopened_(token)) sd_bus_reply_method_return(held.get(), nullptr);
+    callers_.push_back(hold(message));
+    if (auto token = readActivationToken(message)) token_ = std::move(token);
+    if (callers_.size() > 1) return;
+    runLoop_.post([this, alive = std::weak_ptr(alive_)] {
+        if (!alive.expired()) reopen();
     });
+}
+
+void ApplicationService::reopen() {
+    const auto callers = std::exchange(callers_, {});
+    const auto token = std::exchange(token_, std::nullopt);
+    if (!canReopen_()) return;
+    for (const Caller& caller : callers) sd_bus_reply_method_return(caller.get(), nullptr);
+    reopened_(token);
 }
 
 }  // namespace velmorand

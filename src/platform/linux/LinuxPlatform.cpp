@@ -107,10 +107,9 @@ private:
     }
 
     void serveReopening(EarlyBus& bus) {
-        ApplicationService& service =
-            service_.emplace(bus, runLoop_, [this](const std::optional<std::string>& activationToken) {
-                return application_.reopen(activationToken);
-            });
+        ApplicationService& service = service_.emplace(
+            bus, runLoop_, [this] { return !application_.isTerminating(); },
+            [this](const std::optional<std::string>& activationToken) { application_.reopen(activationToken); });
         application_.afterLaunch([&service] { service.start(); });
     }
 

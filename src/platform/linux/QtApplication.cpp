@@ -107,10 +107,9 @@ void QtApplication::terminate() {
     QMetaObject::invokeMethod(application_.get(), [] { QGuiApplication::exit(0); }, Qt::QueuedConnection);
 }
 
-bool QtApplication::reopen(const std::optional<std::string>& activationToken) {
-    if (terminating_) return false;
-    if (const auto delegate = delegate_.lock()) delegate->applicationShouldHandleReopen(activationToken);
-    return true;
+void QtApplication::reopen(const std::optional<std::string>& activationToken) {
+    const auto delegate = delegate_.lock();
+    if (delegate && !terminating_) delegate->applicationShouldHandleReopen(activationToken);
 }
 
 void QtApplication::setOnActivation(std::function<void()> onActivation) {

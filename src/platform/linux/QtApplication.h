@@ -37,8 +37,11 @@ public:
     /// Calls `launched` once, when the delegate was told that launching has finished.
     void afterLaunch(std::function<void()> launched) { afterLaunch_ = std::move(launched); }
 
-    /// Tells the delegate that the program was started again. False when the application is about to end.
-    bool reopen(const std::optional<std::string>& activationToken);
+    /// Whether the application is about to end.
+    [[nodiscard]] bool isTerminating() const { return terminating_; }
+
+    /// Tells the delegate that the program was started again; nothing when the application is about to end.
+    void reopen(const std::optional<std::string>& activationToken);
 
     /// Told in a turn of the loop when one of the toolkit's windows gets the keyboard and none had it before.
     void setOnActivation(std::function<void()> onActivation);

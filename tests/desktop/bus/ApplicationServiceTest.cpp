@@ -9,6 +9,8 @@
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QVariantMap>
+#include <functional>
+#include <future>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -28,10 +30,16 @@ class ApplicationServiceTest : public BusTest {
 protected:
     ApplicationServiceTest() {
         if (!bus_ || !bus_->takeName().value_or(false)) throw std::runtime_error("the name cannot be had");
-        service_ = std::make_unique<ApplicationService>(*bus_, runLoop, [this](const Token& token) {
-            told_.push_back(token);
-            return accepts_;
-        });
+        service_ = std::make_unique<ApplicationService>(
+            *bus_, runLoop,
+            [this] {
+                ++asked_;
+                return canReopen_;
+            },
+            [this](const Token& token) {
+                told_.push_back(token);
+                reopened_();
+            });
     }
 
     [[nodiscard]] QDBusPendingCall call(const QString& method, const QVariantList& arguments) {
@@ -46,6 +54,16 @@ protected:
         EXPECT_TRUE(comes(pending));
         return pending.reply();
     }
+    /// Returns when all calls have reached the connection of the service.
+    void letBusDeliver() {
+        caller_.call(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
+                                                    QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+    }
+    /// The platform's data with this token; without any when it is empty.
+    [[nodiscard]] static QVariantMap withToken(const char* token) {
+        const QString text = QString::fromUtf8(token);
+        return text.isEmpty() ? QVariantMap() : QVariantMap{{QStringLiteral("activation-token"), text}};
+    }
     [[nodiscard]] bool comes(const QDBusPendingCall& pending) {
         const RunLoop::Timer wakeUp = runLoop.every(std::chrono::milliseconds{5}, [] {});
         return runUntil([&] { return pending.isFinished(); });
@@ -57,10 +75,12 @@ protected:
     std::expected<EarlyBus, EarlyBus::Trouble> bus_ = EarlyBus::connect();
     std::unique_ptr<ApplicationService> service_;
     std::vector<Token> told_;
-    bool accepts_ = true;
+    int asked_ = 0;
+    bool canReopen_ = true;
+    std::function<void()> reopened_ = [] {};
 };
 
-TEST_F(ApplicationServiceTest, AnswersAnActivationWhenItHasBeenTold) {
+TEST_F(ApplicationServiceTest, AnswersAnActivationAndTellsOfIt) {
     service_->start();
 
     const QDBusMessage answer = answerTo(QStringLiteral("Activate"), {QVariantMap()});
@@ -89,8 +109,7 @@ TEST_F(ApplicationServiceTest, FindsTheTokenAmongWhatTheDesktopGives) {
 
 TEST_F(ApplicationServiceTest, WhatCameBeforeItsStartWaitsForIt) {
     const QDBusPendingCall pending = call(QStringLiteral("Activate"), {QVariantMap()});
-    caller_.call(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-                                                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+    letBusDeliver();
     runPosted();
     EXPECT_THAT(told_, IsEmpty());
 
@@ -101,13 +120,72 @@ TEST_F(ApplicationServiceTest, WhatCameBeforeItsStartWaitsForIt) {
     EXPECT_THAT(told_, ElementsAre(std::nullopt));
 }
 
+TEST_F(ApplicationServiceTest, ATokenThatTheBusDoesNotTakeDoesNotKeepACallerFromCalling) {
+    service_->start();
+    std::future<EarlyBus::Outcome> outcome = std::async(std::launch::async, [] {
+        auto caller = EarlyBus::connect();
+        if (!caller) return EarlyBus::Outcome::busIsSilent;
+        const auto owner = caller->owner();
+        return owner && *owner ? caller->activate(**owner, {.activationToken = "\uFFFE"}) : EarlyBus::Outcome::gone;
+    });
+
+    EXPECT_TRUE(runUntil([this] { return !told_.empty(); }));
+
+    EXPECT_EQ(outcome.get(), EarlyBus::Outcome::answered);
+    EXPECT_THAT(told_, ElementsAre(std::nullopt));
+}
+
+TEST_F(ApplicationServiceTest, ACallerDoesNotWaitForWhatTheReopeningTakes) {
+    service_->start();
+    std::optional<QDBusPendingCall> pending;
+    bool isAnswered = false;
+    reopened_ = [&] {
+        pending->waitForFinished();
+        isAnswered = !pending->isError();
+    };
+
+    pending = call(QStringLiteral("Activate"), {QVariantMap()});
+
+    EXPECT_TRUE(runUntil([this] { return !told_.empty(); }));
+    EXPECT_TRUE(isAnswered);
+}
+
+TEST_F(ApplicationServiceTest, CallersThatWaitTogetherShareOneReopening) {
+    std::vector<QDBusPendingCall> pending;
+    for (const char* token : {"token-1", "token-2", ""})
+        pending.push_back(call(QStringLiteral("Activate"), {withToken(token)}));
+    letBusDeliver();
+
+    service_->start();
+
+    for (const QDBusPendingCall& each : pending) {
+        EXPECT_TRUE(comes(each));
+        EXPECT_FALSE(each.isError());
+    }
+    EXPECT_THAT(told_, ElementsAre("token-2"));
+}
+
+TEST_F(ApplicationServiceTest, ManyCallersDoNotKeepEverythingElseWaiting) {
+    std::vector<QDBusPendingCall> pending;
+    for (std::size_t count = 0; count < 3 * ApplicationService::mostMessagesAtOnce; ++count)
+        pending.push_back(call(QStringLiteral("Activate"), {QVariantMap()}));
+    letBusDeliver();
+
+    service_->start();
+
+    EXPECT_TRUE(comes(pending.back()));
+    EXPECT_GT(told_.size(), 1U) << "turns";
+    for (const QDBusPendingCall& each : pending) EXPECT_TRUE(each.isFinished() && !each.isError());
+}
+
 TEST_F(ApplicationServiceTest, WhoCallsAnApplicationThatIsAboutToEndLearnsThatNobodyIsThereAnyMore) {
-    accepts_ = false;
+    canReopen_ = false;
     service_->start();
     const QDBusPendingCall pending = call(QStringLiteral("Activate"), {QVariantMap()});
-    EXPECT_TRUE(runUntil([this] { return told_.size() == 1; }));
+    EXPECT_TRUE(runUntil([this] { return asked_ == 1; }));
     runPosted();
     EXPECT_FALSE(pending.isFinished());
+    EXPECT_THAT(told_, IsEmpty());
 
     service_.reset();
     bus_ = std::unexpected(EarlyBus::Trouble::absent);
