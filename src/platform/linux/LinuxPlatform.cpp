@@ -35,6 +35,7 @@
 #include "platform/linux/x11/X11Keyboard.h"
 #include "platform/linux/x11/X11RecorderPanelHost.h"
 #include "platform/linux/x11/X11Settings.h"
+#include "platform/linux/x11/X11StartupNotification.h"
 #include "platform/linux/x11/X11WindowSystem.h"
 
 #include <cstdlib>
@@ -55,7 +56,10 @@ public:
         if (!connection) return std::unexpected(EarlyEnd{connection.error()});
         LinuxLog log(VELMORAND_IDENTIFIER);
         auto place = takePlaceInSession(tokens, log);
-        if (!place) return std::unexpected(EarlyEnd{"Another copy is running and comes to the front.", 0});
+        if (!place) {
+            if (tokens.desktopStartupId) completeStartup(**connection, *tokens.desktopStartupId);
+            return std::unexpected(EarlyEnd{"Another copy is running and comes to the front.", 0});
+        }
         const ToolkitBus toolkitBus(!place->busIsSilent);
         std::unique_ptr<LinuxPlatform> platform(
             new LinuxPlatform(std::move(*connection), std::move(place->bus), argumentCount, arguments));
@@ -70,6 +74,7 @@ public:
             });
         if (!recorderPanelHost) return std::unexpected(EarlyEnd{recorderPanelHost.error()});
         platform->recorderPanelHost_ = std::move(*recorderPanelHost);
+        platform->application_.afterLaunch([launched = platform.get(), tokens] { launched->handleLaunch(tokens); });
         return platform;
     }
 
@@ -107,10 +112,14 @@ private:
     }
 
     void serveReopening(EarlyBus& bus) {
-        ApplicationService& service = service_.emplace(
+        service_.emplace(
             bus, runLoop_, [this] { return !application_.isTerminating(); },
             [this](const std::optional<std::string>& activationToken) { application_.reopen(activationToken); });
-        application_.afterLaunch([&service] { service.start(); });
+    }
+
+    void handleLaunch(const StartupTokens& tokens) {
+        if (service_) service_->start();
+        if (tokens.desktopStartupId) completeStartup(*connection_, *tokens.desktopStartupId);
     }
 
     void assemble(std::unique_ptr<WindowSystem> windowSystem) {
