@@ -23,16 +23,17 @@ AutostartEntry parseAutostartEntry(std::string_view text) {
     };
 }
 
-std::string registeringEntry(std::string_view identifier, std::string_view exec) {
+std::string registeringEntry(std::string_view identifier, std::string_view program, std::string_view exec) {
     return fmt::format("[Desktop Entry]\n"
                        "Type=Application\n"
                        "Name=Velmorand\n"
                        "Comment=Arranges windows by keyboard shortcuts\n"
+                       "TryExec={}\n"
                        "Exec={}\n"
                        "Icon={}\n"
                        "Terminal=false\n"
                        "StartupNotify=false\n",
-                       exec, identifier);
+                       escapedValue(program), exec, identifier);
 }
 
 std::string unregisteringEntry() {

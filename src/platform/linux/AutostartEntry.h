@@ -24,8 +24,10 @@ struct AutostartEntry {
 /// Reads the text of an entry; what is none of an application says so.
 [[nodiscard]] AutostartEntry parseAutostartEntry(std::string_view text);
 
-/// The text of an entry that has this program started: `exec` is a value of "Exec", `identifier` the name of its icon.
-[[nodiscard]] std::string registeringEntry(std::string_view identifier, std::string_view exec);
+/// The text of an entry that has this program started, as long as it is there: `program` is its absolute path, `exec` the
+/// value of "Exec" for it, `identifier` the name of its icon.
+[[nodiscard]] std::string registeringEntry(std::string_view identifier, std::string_view program,
+                                           std::string_view exec);
 
 /// The text of an entry that keeps an entry of the system with the same name from counting.
 [[nodiscard]] std::string unregisteringEntry();

@@ -90,14 +90,24 @@ std::optional<std::string> lineOfValue(std::string_view value) {
     return shown.empty() ? std::nullopt : std::optional(std::string(shown));
 }
 
+std::string escapedValue(std::string_view text) {
+    const auto lastLetter = text.find_last_not_of(' ');  // npos + 1 is 0
+    std::string value = replacedEach(text.substr(0, lastLetter + 1), '\\', "\\\\");
+    for (std::size_t blank = lastLetter + 1; blank < text.size(); ++blank) value += "\\s";  // would be taken off
+    return value;
+}
+
 std::optional<std::string> execValueFor(const std::filesystem::path& program) {
     const std::string& path = program.native();
     if (!isValidUtf8(path) || hasControlCharacter(path)) return std::nullopt;
+    const bool needsStarter = path.contains('%');
+    if (needsStarter && path.contains('=')) return std::nullopt;
     const bool needsQuotes = path.find_first_of(reserved) != std::string::npos;
     const std::string argument = replacedEach(needsQuotes ? inQuotes(path) : path, '%', "%%");
     // A percent sign, doubled as it must be, is understood in arguments alone: whoever starts programs looks for the
-    // program itself under the doubled name. So another program is started, which starts this one.
-    const std::string_view starter = path.contains('%') ? "/usr/bin/env " : "";
+    // program itself under the doubled name. So another program is started, which starts this one; a word with an equals
+    // sign it would take for a variable.
+    const std::string_view starter = needsStarter ? "/usr/bin/env " : "";
     return replacedEach(std::string(starter) + argument, '\\', "\\\\");
 }
 

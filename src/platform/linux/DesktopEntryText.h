@@ -25,8 +25,11 @@ using DesktopEntryValues = std::map<std::string, std::string, std::less<>>;
 /// nothing is left. What is not UTF-8 becomes U+FFFD.
 [[nodiscard]] std::optional<std::string> lineOfValue(std::string_view value);
 
+/// The value that stands for this text, which has no control characters.
+[[nodiscard]] std::string escapedValue(std::string_view text);
+
 /// The value of "Exec" that starts the program at this absolute path, without arguments. Absent when a desktop entry
-/// cannot name it: what is not UTF-8 or has control characters.
+/// cannot have it started: what is not UTF-8, has control characters, or has both a percent sign and an equals sign.
 [[nodiscard]] std::optional<std::string> execValueFor(const std::filesystem::path& program);
 
 /// The program, by its path or name, that a value of "Exec" starts; absent when it names none.

@@ -124,10 +124,12 @@ Outcome XdgLoginItems::registerItem() {
     if (before == LoginItemStatus::other) return inTheWay(usersFile());
     if (!isInstalled()) return failure("This copy of Velmorand is not installed.");
     const auto exec = execValueFor(places_.executable);
-    if (!exec) return failure("The path of this copy of Velmorand has characters that no desktop entry may have.");
+    if (!exec)
+        return failure("The path of this copy of Velmorand has characters with which it cannot be started at log-in.");
     if (!findProgram(places_.executable.native()))
         return failure(fmt::format("There is no program at {} any more.", places_.executable.native()));
-    return told(storeFile(usersFile(), registeringEntry(identifier_, *exec)), usersFile());
+    const std::string entry = registeringEntry(identifier_, places_.executable.native(), *exec);
+    return told(storeFile(usersFile(), entry), usersFile());
 }
 
 Outcome XdgLoginItems::unregisterItem() {

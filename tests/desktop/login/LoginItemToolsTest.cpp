@@ -97,6 +97,15 @@ TEST_P(LoginItemToolsTest, DesktopsStartTheProgram) {
     EXPECT_TRUE(end.status.isSuccess()) << end.output;
 }
 
+TEST_P(LoginItemToolsTest, NobodyStartsAProgramThatIsGone) {
+    ASSERT_TRUE(items().registerItem());
+    fs::remove(program());
+
+    EXPECT_EQ(unitCommand(), std::nullopt);
+    EXPECT_FALSE(
+        run({"/usr/bin/python3", "-c", launcher, entry(), program().parent_path() / "trace"}).status.isSuccess());
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Path, LoginItemToolsTest,
     testing::Values(PathRow{"Plain", "bin", "@/bin/velmorand"},

@@ -37,6 +37,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ExecRow{"OtherReservedOnes", "/><~|&;*?#()", R"text("/><~|&;*?#()")text"},
                     ExecRow{"Percent", "/100%", "/usr/bin/env /100%%"},
                     ExecRow{"PercentAndSpace", "/%u f", R"(/usr/bin/env "/%%u f")"},
+                    ExecRow{"EqualsSign", "/a=b", "/a=b"}, ExecRow{"PercentAndEqualsSign", "/a=%", std::nullopt},
                     ExecRow{"Newline", "/a\nb", std::nullopt}, ExecRow{"Tab", "/a\tb", std::nullopt},
                     ExecRow{"Delete", "/a\x7F", std::nullopt}, ExecRow{"NotUtf8", "/a\xFF", std::nullopt}),
     [](const auto& row) { return row.param.name; });
@@ -60,14 +61,54 @@ INSTANTIATE_TEST_SUITE_P(Table, ProgramOfExecValueTest,
                                          ExecRow{"EmptyQuotes", "", R"("" a)"}),
                          [](const auto& row) { return row.param.name; });
 
+std::string randomPath(std::mt19937& random) {
+    constexpr std::string_view characters = "ab/ \"'\\`$&;=%#~()<>|*?s";
+    std::string path = "/";
+    for (int i = 0; i < 12; ++i) path += characters[random() % characters.size()];
+    return path;
+}
+
 TEST(ProgramOfExecValueTest, IsWhatTheValueWasMadeFor) {
-    constexpr std::string_view characters = "ab/ \"'\\`$&;=#~()<>|*?s";
     std::mt19937 random(7);
     for (int round = 0; round < 5000; ++round) {
-        std::string path = "/";
-        for (int i = 0; i < 12; ++i) path += characters[random() % characters.size()];
+        const std::string path = randomPath(random);
+        if (path.contains('%')) continue;  // another program starts it
 
         EXPECT_EQ(programOfExecValue(execValueFor(path).value()), path);
+    }
+}
+
+/// What the program is given that starts another one.
+std::string programAfterStarter(std::string_view value) {
+    constexpr std::string_view starter = "/usr/bin/env ";
+    EXPECT_TRUE(value.starts_with(starter)) << value;
+    return programOfExecValue(value.substr(starter.size())).value_or("");
+}
+
+TEST(ProgramOfExecValueTest, IsAfterAStarterWhatTheValueWasMadeForWhereThereIsAPercentSign) {
+    std::mt19937 random(7);
+    int refused = 0;
+    for (int round = 0; round < 5000; ++round) {
+        const std::string path = randomPath(random) + '%';
+        const auto value = execValueFor(path);
+
+        EXPECT_EQ(value.has_value(), !path.contains('=')) << path;
+        if (value)
+            EXPECT_EQ(programAfterStarter(*value), path);
+        else
+            ++refused;
+    }
+    EXPECT_GT(refused, 0);
+}
+
+TEST(EscapedValueTest, IsTakenBackByReadingTheValue) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 5000; ++round) {
+        const std::string path = randomPath(random) + (round % 2 == 0 ? "" : "  ");
+
+        const auto values = desktopEntryValues("[Desktop Entry]\nTryExec=" + escapedValue(path) + '\n');
+
+        EXPECT_EQ(desktopEntryValue(values, "TryExec").transform(unescapedValue), path);
     }
 }
 

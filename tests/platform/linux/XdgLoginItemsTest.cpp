@@ -26,8 +26,8 @@ protected:
                "Type=Application\n"
                "Name=Velmorand\n"
                "Comment=Arranges windows by keyboard shortcuts\n"
-               "Exec=" +
-               program.native() +
+               "TryExec=" +
+               program.native() + "\nExec=" + program.native() +
                "\n"
                "Icon=app.velmorand.Velmorand\n"
                "Terminal=false\n"
@@ -189,6 +189,17 @@ TEST_F(XdgLoginItemsTest, WhatIsHiddenHereIsRegisteredAgain) {
     EXPECT_EQ(items.status(), LoginItemStatus::enabled);
 }
 
+TEST_F(XdgLoginItemsTest, NoticesThatARegisteredProgramIsGoneAlsoWhereAnotherOneStartsIt) {
+    writeProgram("100%/velmorand");
+    XdgLoginItems percentItems = itemsOf(scratch.path() / "100%/velmorand");
+    ASSERT_EQ(failureOf(percentItems.registerItem()), "no failure");
+    ASSERT_EQ(percentItems.status(), LoginItemStatus::enabled);
+
+    fs::remove(scratch.path() / "100%/velmorand");
+
+    EXPECT_EQ(percentItems.status(), LoginItemStatus::notRegistered);
+}
+
 TEST_F(XdgLoginItemsTest, OpenTheSettingsOfTheDesktop) {
     const ScopedEnvironment desktop("XDG_CURRENT_DESKTOP", "i3");
 
@@ -216,8 +227,9 @@ TEST_F(XdgLoginItemsFailureTest, AProgramThatIsGoneIsNotRegistered) {
 }
 
 TEST_F(XdgLoginItemsFailureTest, AProgramAtAPathThatNoEntryCanNameIsNotRegistered) {
-    const std::string sentence = "The path of this copy of Velmorand has characters that no desktop entry may have.";
-    for (const std::string name : {"a\nb", "a\x7F", "a\xFF"}) {
+    const std::string sentence =
+        "The path of this copy of Velmorand has characters with which it cannot be started at log-in.";
+    for (const std::string name : {"a\nb", "a\x7F", "a\xFF", "a=b%"}) {
         writeProgram(name);
         EXPECT_EQ(failureOf(itemsOf(scratch.path() / name).registerItem()), sentence);
     }
