@@ -23,11 +23,12 @@ constexpr int mostLinks = 40;
 std::unexpected<StoredFileError> failure(std::string_view action, const fs::path& path) {
     const std::error_code code(errno, std::generic_category());
     return std::unexpected(
-        StoredFileError{fmt::format("Cannot {} {}: {}", action, path.native(), code.message()), code});
+        StoredFileError{fmt::format("Cannot {} {}: {}", action, path.native(), code.message()), code, path});
 }
 
 std::unexpected<StoredFileError> noFileToBe(std::string_view action, const fs::path& path) {
-    return std::unexpected(StoredFileError{fmt::format("Cannot {} {}: it is no file", action, path.native()), {}});
+    return std::unexpected(
+        StoredFileError{fmt::format("Cannot {} {}: it is no file", action, path.native()), {}, path});
 }
 
 /// An open file, closed with the object.

@@ -17,6 +17,8 @@ struct StoredFileError {
     std::string description;
     /// What the system said; none when something that is no file lies in the file's place.
     std::error_code code;
+    /// What could not be read, made, replaced or removed: the file, or a folder on the way to it.
+    std::filesystem::path path;
 };
 
 /// What becomes of a symbolic link in a file's place.

@@ -35,17 +35,32 @@ std::unexpected<LoginItemError> inTheWay(const fs::path& file) {
     return failure(fmt::format("{} cannot be read as a desktop entry and was left as it is.", file.native()));
 }
 
+/// What is there at this path, or else the nearest above it, without links and detours.
+fs::path nearest(fs::path path) {
+    std::error_code error;
+    while (path.has_relative_path() && !fs::exists(path, error)) path = path.parent_path();
+    const fs::path plain = fs::canonical(path, error);
+    return error ? path : plain;
+}
+
+fs::path folderAt(const fs::path& path) {
+    const fs::path found = nearest(path);
+    std::error_code error;
+    return fs::is_directory(found, error) ? found : found.parent_path();
+}
+
 /// The sentence for the user about a file that could not be changed.
 Outcome told(const std::expected<void, StoredFileError>& outcome, const fs::path& file) {
     if (outcome) return {};
     const std::error_code code = outcome.error().code;
-    const std::string folder = file.parent_path().native();
+    const fs::path& failed = outcome.error().path;
     if (code == std::errc::no_space_on_device || code == std::error_code(EDQUOT, std::generic_category()))
         return failure(fmt::format("There is no space left for {}.", file.native()));
     if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted ||
         code == std::errc::read_only_file_system)
-        return failure(fmt::format("Nothing in the folder {} may be changed.", folder));
-    if (code == std::errc::not_a_directory) return failure(fmt::format("{} is not a folder.", folder));
+        return failure(fmt::format("Nothing in the folder {} may be changed.", folderAt(failed).native()));
+    if (code == std::errc::not_a_directory)
+        return failure(fmt::format("{} is not a folder.", nearest(failed).native()));
     return failure(outcome.error().description + ".");
 }
 

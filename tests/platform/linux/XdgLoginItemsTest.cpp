@@ -288,6 +288,37 @@ TEST_F(XdgLoginItemsFailureTest, AFileInTheFoldersPlaceStays) {
     EXPECT_EQ(contentOf(folder), "mine");
 }
 
+TEST_F(XdgLoginItemsFailureTest, AFileInThePlaceOfAFolderAboveIsTheOneThatIsNamed) {
+    scratch.write("config", "mine");
+
+    EXPECT_EQ(failureOf(items.registerItem()), (scratch.path() / "config").native() + " is not a folder.");
+}
+
+TEST_F(XdgLoginItemsFailureTest, AFolderAboveThatMayNotBeWrittenIsTheOneThatIsNamed) {
+    fs::create_directories(scratch.path() / "config");
+    const OrdinaryUser user(scratch.path());
+    fs::permissions(scratch.path() / "config", fs::perms(0500));
+
+    EXPECT_EQ(failureOf(items.registerItem()),
+              "Nothing in the folder " + (scratch.path() / "config").native() + " may be changed.");
+
+    fs::permissions(scratch.path() / "config", fs::perms(0700));
+}
+
+TEST_F(XdgLoginItemsFailureTest, TheFolderToWhichALinkLeadsIsTheOneThatIsNamed) {
+    const std::string entry = "[Desktop Entry]\n" + starting() + "Hidden=true\n";
+    scratch.write("dotfiles/entry", entry);
+    scratch.link("config/autostart" / fs::path(fileName), "../../dotfiles/entry");
+    const OrdinaryUser user(scratch.path());
+    fs::permissions(scratch.path() / "dotfiles", fs::perms(0500));
+
+    EXPECT_EQ(failureOf(items.registerItem()),
+              "Nothing in the folder " + (scratch.path() / "dotfiles").native() + " may be changed.");
+
+    EXPECT_EQ(contentOf(scratch.path() / "dotfiles/entry"), entry);
+    fs::permissions(scratch.path() / "dotfiles", fs::perms(0700));
+}
+
 TEST_F(XdgLoginItemsFailureTest, AFullDiskLeavesTheItemAsItIs) {
     const SmallFileSystem disk(65536);
     if (!disk.isMounted()) GTEST_SKIP() << "no small file system to fill: " << disk.whyNot();
