@@ -1,12 +1,13 @@
 #include "platform/linux/HeldProcess.h"
 
+#include "platform/linux/RunningExecutable.h"
+
 #include <poll.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace velmorand {
@@ -14,12 +15,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-std::optional<std::string> programNameAt(const std::filesystem::path& link) {
-    static constexpr std::string_view replaced = " (deleted)";  // added by the kernel
-    std::error_code failure;
-    std::string name = std::filesystem::read_symlink(link, failure).filename().string();
-    if (name.ends_with(replaced)) name.resize(name.size() - replaced.size());
-    return failure || name.empty() ? std::nullopt : std::optional(name);
+std::optional<std::string> programNameBehind(const std::filesystem::path& link) {
+    std::string name = executableBehind(link).filename().string();
+    return name.empty() ? std::nullopt : std::optional(std::move(name));
 }
 
 }  // namespace
@@ -38,7 +36,7 @@ HeldProcess::~HeldProcess() {
 
 /// While it runs the number is its own; so it must still run after the number has been used.
 std::optional<std::string> HeldProcess::programName() const {
-    auto name = programNameAt("/proc/" + std::to_string(pid_) + "/exe");
+    auto name = programNameBehind("/proc/" + std::to_string(pid_) + "/exe");
     if (endsWithin(std::chrono::milliseconds{0})) return std::nullopt;
     return name;
 }
@@ -58,7 +56,7 @@ bool HeldProcess::endsWithin(std::chrono::milliseconds time) const {
 }
 
 std::optional<std::string> ownProgramName() {
-    return programNameAt("/proc/self/exe");
+    return programNameBehind("/proc/self/exe");
 }
 
 }  // namespace velmorand

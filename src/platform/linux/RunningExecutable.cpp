@@ -5,7 +5,7 @@
 
 namespace velmorand {
 
-std::filesystem::path runningExecutable(const std::filesystem::path& link) {
+std::filesystem::path executableBehind(const std::filesystem::path& link) {
     /// What the kernel adds to the path of a file that is no longer there.
     constexpr std::string_view mark = " (deleted)";
     std::error_code error;

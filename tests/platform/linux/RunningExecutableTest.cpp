@@ -17,7 +17,7 @@ protected:
     /// The executable where the system tells this of it.
     [[nodiscard]] fs::path told(const std::string& target) const {
         scratch.link("exe", target);
-        return runningExecutable(scratch.path() / "exe");
+        return executableBehind(scratch.path() / "exe");
     }
 
     ScratchFolder scratch;
@@ -47,7 +47,7 @@ TEST_F(RunningExecutableTest, MayHaveANameThatOnlyLooksDeleted) {
 }
 
 TEST_F(RunningExecutableTest, IsUnknownWhereTheSystemDoesNotTell) {
-    EXPECT_EQ(runningExecutable(scratch.path() / "nothing"), fs::path());
+    EXPECT_EQ(executableBehind(scratch.path() / "nothing"), fs::path());
 }
 
 }  // namespace
