@@ -69,7 +69,7 @@ desktop | dbus-daemon | a private session bus for each test desktop
 desktop | at-spi2-core | the bus of assistive technology
 desktop | xdg-utils | opens an address with the program that the desktop has for it
 desktop | dunst | a server for notifications
-desktop | systemd | reads that entry
+desktop | systemd | its generator reads the entry for log-in
 desktop | fonts-dejavu-core | text in the test windows
 package | debhelper | builds the Debian package
 pictures | imagemagick | `scripts/settings-pictures` takes windows with it
