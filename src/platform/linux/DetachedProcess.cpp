@@ -1,5 +1,7 @@
 #include "platform/linux/DetachedProcess.h"
 
+#include "platform/linux/HiddenSessionBus.h"
+
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,20 +24,28 @@ void resetSignals() {
 }
 
 /// In the child: only what is safe after a fork of a program with several threads.
-[[noreturn]] void becomeProgram(const char* path, char* const* arguments, int report) {
+[[noreturn]] void becomeProgram(const char* path, char* const* arguments, char* const* environment, int report) {
     setsid();
     const pid_t child = fork();
     if (child == 0) {
         resetSignals();
         const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
         if (nothing >= 0) dup2(nothing, STDIN_FILENO);
-        execv(path, arguments);
+        execve(path, arguments, environment);
     }
     if (child <= 0) {
         const int code = errno;
         [[maybe_unused]] const ssize_t written = write(report, &code, sizeof code);
     }
     _exit(0);
+}
+
+/// As the system wants them; good as long as the texts are.
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (std::string& text : texts) pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
 }
 
 std::error_code lastError() {
@@ -53,14 +63,14 @@ std::expected<void, std::error_code> startDetached(const std::filesystem::path& 
                                                    const std::vector<std::string>& arguments) {
     std::vector<std::string> words{program.native()};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char*> pointers;
-    for (std::string& word : words) pointers.push_back(word.data());
-    pointers.push_back(nullptr);
+    const std::vector<char*> argumentPointers = pointersTo(words);
+    std::vector<std::string> environment = environmentForPrograms();
+    const std::vector<char*> environmentPointers = pointersTo(environment);
 
     std::array<int, 2> report{};  // closed unread when the program starts, as the child's end is closed then
     if (pipe2(report.data(), O_CLOEXEC) != 0) return std::unexpected(lastError());
     const pid_t child = fork();
-    if (child == 0) becomeProgram(program.c_str(), pointers.data(), report[1]);
+    if (child == 0) becomeProgram(program.c_str(), argumentPointers.data(), environmentPointers.data(), report[1]);
     const std::error_code forked = child < 0 ? lastError() : std::error_code{};
     close(report[1]);
     int code = 0;

@@ -1,25 +1,38 @@
-#include "platform/linux/ToolkitBus.h"
+#include "platform/linux/HiddenSessionBus.h"
 
-#include <QtGlobal>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
 
 namespace velmorand {
 namespace {
 
-constexpr const char* variable = "DBUS_SESSION_BUS_ADDRESS";
+constexpr const char* address = "DBUS_SESSION_BUS_ADDRESS";
+/// Has the address while it is hidden; empty when there was none.
+constexpr const char* hiddenAddress = "VELMORAND_HIDDEN_SESSION_BUS_ADDRESS";
+
+bool sets(std::string_view entry, std::string_view name) {
+    return entry.starts_with(name) && entry.substr(name.size()).starts_with('=');
+}
 
 }  // namespace
 
-/// The library below the toolkit reads the address once and keeps it.
-ToolkitBus::ToolkitBus(bool isWanted) : isWanted_(isWanted), address_(qgetenv(variable)) {
-    if (!isWanted_) qputenv(variable, "disabled:");
+void hideSessionBus() {
+    const char* before = std::getenv(address);
+    setenv(hiddenAddress, before == nullptr ? "" : before, 1);
+    setenv(address, "disabled:", 1);
 }
 
-ToolkitBus::~ToolkitBus() {
-    if (isWanted_) return;
-    if (address_.isNull())
-        qunsetenv(variable);
-    else
-        qputenv(variable, address_);
+std::vector<std::string> environmentForPrograms() {
+    const char* hidden = std::getenv(hiddenAddress);
+    std::vector<std::string> entries;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const bool isChanged = hidden != nullptr && (sets(*entry, address) || sets(*entry, hiddenAddress));
+        if (!isChanged) entries.emplace_back(*entry);
+    }
+    if (hidden != nullptr && *hidden != '\0') entries.push_back(std::string(address) + '=' + hidden);
+    return entries;
 }
 
 }  // namespace velmorand

@@ -1,23 +1,16 @@
 #pragma once
 
-#include <QByteArray>
+#include <string>
+#include <vector>
 
 namespace velmorand {
 
-/// Decides whether the toolkit finds the session bus when it makes its connection, which it does once in a process. A
-/// bus that does not answer would hold it up for ever. Lives while the toolkit starts.
-class ToolkitBus {
-public:
-    explicit ToolkitBus(bool isWanted);
-    ~ToolkitBus();
+/// Hides the session bus from everything in this process that connects to it later. A bus that does not answer would hold
+/// the toolkit up for ever. It stays hidden, as the environment cannot be changed any more once there are threads: to be
+/// called before the first one is started.
+void hideSessionBus();
 
-    ToolkitBus(const ToolkitBus&) = delete;
-    ToolkitBus& operator=(const ToolkitBus&) = delete;
-
-private:
-    bool isWanted_;
-    /// What programs started later are told; null when the environment names none.
-    QByteArray address_;
-};
+/// The environment for programs that this one starts, as "NAME=value": its own, but with the session bus where it was.
+[[nodiscard]] std::vector<std::string> environmentForPrograms();
 
 }  // namespace velmorand

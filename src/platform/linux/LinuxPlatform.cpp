@@ -9,6 +9,7 @@
 #include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/EarlyBus.h"
 #include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/HiddenSessionBus.h"
 #include "platform/linux/KdeAnimationSpeed.h"
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxBundle.h"
@@ -25,7 +26,6 @@
 #include "platform/linux/RunningCopy.h"
 #include "platform/linux/StartupToken.h"
 #include "platform/linux/StatusIcons.h"
-#include "platform/linux/ToolkitBus.h"
 #include "platform/linux/TrustPrompt.h"
 #include "platform/linux/UrlOpener.h"
 #include "platform/linux/XdgLoginItems.h"
@@ -60,7 +60,7 @@ public:
             if (tokens.desktopStartupId) completeStartup(**connection, *tokens.desktopStartupId);
             return std::unexpected(EarlyEnd{"Another copy is running and comes to the front.", 0});
         }
-        const ToolkitBus toolkitBus(!place->busIsSilent);
+        if (place->busIsSilent) hideSessionBus();  // nothing has started a thread yet
         std::unique_ptr<LinuxPlatform> platform(
             new LinuxPlatform(std::move(*connection), std::move(place->bus), argumentCount, arguments));
         auto windowSystem =
