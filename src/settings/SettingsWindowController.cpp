@@ -23,6 +23,7 @@ SettingsWindowController::~SettingsWindowController() = default;
 void SettingsWindowController::show() {
     if (!window_ && !makeWindow()) return;
     window_->bringToFront();
+    logger_.debug("The settings window is in front.");
 }
 
 void SettingsWindowController::savePending() {

@@ -57,6 +57,12 @@ void CopiesTest::expectHandedOver(ChildProcess& program) {
     EXPECT_EQ(program.log(), handedOver);
 }
 
+void CopiesTest::expectSettingsInFront() {
+    const auto settings = observer().findWindow("Velmorand Settings");
+    ASSERT_TRUE(settings) << settings.error();
+    EXPECT_TRUE(observer().waitUntil([&] { return observer().activeWindow() == *settings; }));
+}
+
 void CopiesTest::expectShortcutWorks(ChildProcess& program) {
     Pager pager(observer());
     ASSERT_TRUE(pager.activate(window_));

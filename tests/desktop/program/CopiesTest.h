@@ -30,6 +30,8 @@ protected:
 
     /// The program ends with status 0, having said in one line that another copy has answered.
     void expectHandedOver(ChildProcess& program);
+    /// The settings window is shown and has the keyboard, or soon will.
+    void expectSettingsInFront();
     /// Its shortcut puts the window into the left half, where it was not before.
     void expectShortcutWorks(ChildProcess& program);
     [[nodiscard]] bool logs(const ChildProcess& program, std::string_view line);
