@@ -2,19 +2,12 @@
 
 #include "platform/NotificationCenter.h"
 #include "preferences/PreferencesStore.h"
+#include "settings/QtText.h"
 #include "windows/PermissionsManager.h"
 
 #include <utility>
 
 namespace velmorand {
-namespace {
-
-QString toQString(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-}  // namespace
-
 GeneralSettingsModel::GeneralSettingsModel(SettingsServices services, const SettingsPlatform& platform, QObject* parent)
     : QObject(parent),
       services_(std::move(services)),

@@ -8,7 +8,6 @@
 #include "settings/WindowFrame.h"
 
 #include <QGuiApplication>
-#include <QIcon>
 #include <QQmlEngine>
 #include <QQmlError>
 #include <QSGRendererInterface>
@@ -51,7 +50,7 @@ QuickSettingsWindow::QuickSettingsWindow(const SettingsServices& services, const
     : platform_(platform),
       logger_(platform.log, "settings"),
       model_(services, platform, std::move(onFailure)),
-      look_(nullptr),
+      look_(new DesktopLook(engine())),
       activation_(platform.defaultNotificationCenter,
                   platform.defaultNotificationCenter.addObserver(NotificationName::applicationBecameActive,
                                                                  [this](const Notification&) { refreshLook(); })) {
@@ -60,7 +59,7 @@ QuickSettingsWindow::QuickSettingsWindow(const SettingsServices& services, const
     setMinimumSize(smallestContentSize);
     setResizeMode(QQuickView::SizeRootObjectToView);
     engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
-    look_.offerTo(*engine());
+    look_->offerTo(*engine());
     refreshLook();
     setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model_)}});
     setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmorand/Settings/qml/SettingsView.qml")));
@@ -89,33 +88,42 @@ std::optional<QRect> QuickSettingsWindow::storedFrame() const {
 /// Centred, unless an earlier run left it elsewhere.
 void QuickSettingsWindow::place() {
     frame_ = storedFrame().value_or(centered(screen()->availableGeometry(), contentSize));
-    setGeometry(windowFrameWithin(freeAreas(), frame_, smallestContentSize));
+    moveWithinDisplays();
 }
 
+void QuickSettingsWindow::moveWithinDisplays() {
+    setGeometry(windowFrameWithin(freeAreas(), frame_, smallestContentSize, decorations_));
+}
+
+/// Not by `show`, which takes back that the user has maximised it.
 void QuickSettingsWindow::bringToFront() {
     if (!isVisible()) {
         refreshLook();
         model_.general()->becameActive();
-        setGeometry(windowFrameWithin(freeAreas(), frame_, smallestContentSize));
+        if (windowStates() == Qt::WindowNoState) moveWithinDisplays();
+        setVisible(true);
+    } else {
+        setWindowStates(windowStates() & ~Qt::WindowMinimized);
     }
-    show();
     raise();
     requestActivate();
 }
 
 void QuickSettingsWindow::refreshLook() {
-    look_.setReducesMotion(platform_.workspace.accessibilityDisplayShouldReduceMotion());
+    look_->setReducesMotion(platform_.workspace.accessibilityDisplayShouldReduceMotion());
 }
 
-/// The frame of a window that is maximised or hidden is not where the user put it.
 void QuickSettingsWindow::noteFrame() {
-    if (!isVisible() || windowStates() != Qt::WindowNoState || geometry() == frame_) return;
-    frame_ = geometry();
-    pendingSave_ = platform_.runLoop.after(saveDelay, [this] { savePending(); });
+    if (isVisible()) pendingSave_ = platform_.runLoop.after(saveDelay, [this] { savePending(); });
 }
 
+/// The frame of a window that is maximised or hidden is not where the user put it; that it is maximised may be told after
+/// its new size.
 void QuickSettingsWindow::savePending() {
     if (!std::exchange(pendingSave_, std::nullopt)) return;
+    if (!isVisible() || windowStates() != Qt::WindowNoState) return;
+    decorations_ = frameMargins();
+    if (std::exchange(frame_, geometry()) == frame_) return;
     const auto stored = platform_.userDefaults.setData(frameKey, windowFrameText(frame_));
     if (!stored) logger_.error("Cannot store where the settings window is: {}", stored.error().description);
 }
@@ -133,6 +141,7 @@ bool QuickSettingsWindow::event(QEvent* event) {
 
 extern "C" {
 /// What the executable looks for in the module.
-extern Q_DECL_EXPORT const velmorand::SettingsModuleMaker velmorandSettingsWindowMaker;
-const velmorand::SettingsModuleMaker velmorandSettingsWindowMaker = &velmorand::QuickSettingsWindow::create;
+extern Q_DECL_EXPORT const velmorand::SettingsModuleEntry velmorandSettingsModule;
+const velmorand::SettingsModuleEntry velmorandSettingsModule{.build = VELMORAND_BUILD_STAMP,
+                                                             .make = &velmorand::QuickSettingsWindow::create};
 }

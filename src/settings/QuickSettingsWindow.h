@@ -8,6 +8,7 @@
 #include "settings/SettingsWindow.h"
 #include "windows/NotificationToken.h"
 
+#include <QMargins>
 #include <QQuickView>
 #include <QRect>
 #include <expected>
@@ -41,17 +42,22 @@ private:
                         SettingsFailureHandler onFailure);
     [[nodiscard]] std::optional<QRect> storedFrame() const;
     void place();
+    void moveWithinDisplays();
+    /// Has the frame stored once the window has come to rest.
     void noteFrame();
     void refreshLook();
 
     SettingsPlatform platform_;
     Logger logger_;
     SettingsModel model_;
-    DesktopLook look_;
-    /// Where the window is or was when it was last seen.
+    /// Belongs to the engine.
+    DesktopLook* look_;
+    /// Where the user has put the window, as far as that is known.
     QRect frame_;
     std::optional<RunLoop::Timer> pendingSave_;
     NotificationToken activation_;
+    /// What the window manager draws around the window; a guess until it has.
+    QMargins decorations_{1, 40, 1, 1};
 };
 
 }  // namespace velmorand

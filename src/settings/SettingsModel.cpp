@@ -2,6 +2,7 @@
 
 #include "platform/Workspace.h"
 #include "settings/Contact.h"
+#include "settings/QtText.h"
 #include "settings/SettingsPane.h"
 
 #include <fmt/format.h>
@@ -13,10 +14,6 @@
 
 namespace velmorand {
 namespace {
-
-QString toQString(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 const SettingsPaneDescription* paneNamed(const QString& rawValue) {
     const auto found = std::ranges::find_if(
@@ -61,12 +58,14 @@ QString SettingsModel::selectedView() const {
 
 /// The answer may come when the window is no longer there.
 void SettingsModel::writeToSupport() {
-    workspace_.openURL(
-        fmt::format("mailto:{}", contactAddress), [weakHandler = std::weak_ptr(onFailure_)](bool opened) {
-            const auto handler = weakHandler.lock();
-            if (opened || !handler || !*handler) return;
-            (*handler)(fmt::format("No mail program could be opened. Please write to {}.", contactAddress));
-        });
+    if (std::exchange(*isWritingToSupport_, true)) return;
+    workspace_.openURL(fmt::format("mailto:{}", contactAddress), [weakHandler = std::weak_ptr(onFailure_),
+                                                                  isWriting = isWritingToSupport_](bool opened) {
+        *isWriting = false;
+        const auto handler = weakHandler.lock();
+        if (opened || !handler || !*handler) return;
+        (*handler)(fmt::format("No mail program could be opened. Please write to {}.", contactAddress));
+    });
 }
 
 }  // namespace velmorand

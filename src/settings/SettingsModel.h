@@ -51,6 +51,8 @@ Q_SIGNALS:
 private:
     Workspace& workspace_;
     std::shared_ptr<SettingsFailureHandler> onFailure_;
+    /// Until the workspace has answered.
+    std::shared_ptr<bool> isWritingToSupport_ = std::make_shared<bool>(false);
     ApplicationInformation information_;
     GeneralSettingsModel general_;
     QString selectedPane_;

@@ -1,10 +1,13 @@
 #include "settings/SettingsModule.h"
 
+#include <fmt/format.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QLibrary>
 #include <array>
+#include <string_view>
 #include <utility>
 
 namespace velmorand {
@@ -32,10 +35,14 @@ std::expected<std::unique_ptr<SettingsWindow>, std::string> makeSettingsWindowOf
     QLibrary module(modulePath());
     module.setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
     if (!module.load()) return std::unexpected(module.errorString().toStdString());
-    // The symbol is a variable, so that its type needs no linkage of another language.
-    const auto* make = reinterpret_cast<const SettingsModuleMaker*>(module.resolve(settingsModuleSymbol));
-    if (make == nullptr) return std::unexpected(module.errorString().toStdString());
-    return (*make)(services, platform, std::move(onFailure));
+    const auto* entry = reinterpret_cast<const SettingsModuleEntry*>(module.resolve(settingsModuleSymbol));
+    if (entry == nullptr) return std::unexpected(module.errorString().toStdString());
+    if (entry->build != std::string_view(VELMORAND_BUILD_STAMP)) {
+        return std::unexpected(
+            fmt::format("{} is of another build than the running program, which must be started anew.",
+                        module.fileName().toStdString()));
+    }
+    return entry->make(services, platform, std::move(onFailure));
 }
 
 }  // namespace velmorand

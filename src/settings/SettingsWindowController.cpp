@@ -33,6 +33,7 @@ void SettingsWindowController::savePending() {
 bool SettingsWindowController::makeWindow() {
     auto window =
         make_({preferencesStore_, permissionsManager_, shortcutManager_}, platform_, [this](std::string_view message) {
+            logger_.error("{}", message);
             if (onFailure_) onFailure_(message);
         });
     if (!window) {

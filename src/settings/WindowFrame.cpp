@@ -52,15 +52,17 @@ std::optional<QRect> windowFrameFromText(std::string_view text) {
     return frame;
 }
 
-QRect windowFrameWithin(const QList<QRect>& areas, const QRect& frame, const QSize& smallest) {
+QRect windowFrameWithin(const QList<QRect>& areas, const QRect& frame, const QSize& smallest,
+                        const QMargins& decorations) {
     const auto fit = [&](const QRect& area) {
         return std::tuple(coveredArea(area, frame), -squaredDistance(area, frame));
     };
     const auto best = std::ranges::max_element(areas, {}, fit);
-    if (best == areas.end()) return frame;
-    const QSize size = frame.size().boundedTo(best->size()).expandedTo(smallest);
-    return {placedWithin(frame.x(), size.width(), best->x(), best->width()),
-            placedWithin(frame.y(), size.height(), best->y(), best->height()), size.width(), size.height()};
+    if (best == areas.end() || best->contains(frame)) return frame;
+    const QRect area = best->marginsRemoved(decorations);
+    const QSize size = frame.size().boundedTo(area.size()).expandedTo(smallest);
+    return {placedWithin(frame.x(), size.width(), area.x(), area.width()),
+            placedWithin(frame.y(), size.height(), area.y(), area.height()), size.width(), size.height()};
 }
 
 }  // namespace velmorand

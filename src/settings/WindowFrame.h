@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QMargins>
 #include <QRect>
 #include <optional>
 #include <string>
@@ -16,7 +17,9 @@ namespace velmorand {
 
 /// The frame moved, and where it must be made smaller, so that it is wholly inside that one of the areas of which it
 /// covers most, or which is nearest. It is not made smaller than `smallest`: then its top left corner is inside.
-/// `areas` are what panels leave free of the displays; with none the frame stays as it is.
-[[nodiscard]] QRect windowFrameWithin(const QList<QRect>& areas, const QRect& frame, const QSize& smallest);
+/// `areas` are what panels leave free of the displays; with none the frame stays as it is. A frame that has to be moved is
+/// placed so that `decorations`, what the window manager draws around it, are inside as well.
+[[nodiscard]] QRect windowFrameWithin(const QList<QRect>& areas, const QRect& frame, const QSize& smallest,
+                                      const QMargins& decorations);
 
 }  // namespace velmorand

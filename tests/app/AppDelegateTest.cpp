@@ -111,6 +111,16 @@ TEST_F(AppDelegateTest, StartingTheProgramAgainShowsTheSettings) {
     EXPECT_THAT(settingsWindows.notes, ElementsAre("made", "front", "saved"));
 }
 
+TEST_F(AppDelegateTest, WhatTheSettingsWindowCannotDoIsAnIssueOfTheMenuAndInTheLog) {
+    delegate->applicationDidFinishLaunching();
+    delegate->applicationShouldHandleReopen(std::nullopt);
+
+    settingsWindows.onFailure("No mail program could be opened.");
+
+    EXPECT_EQ(platform.statusBar().items().front()->toolTip(), "No mail program could be opened.");
+    EXPECT_TRUE(platform.log().contains(LogLevel::error, "settings", "No mail program could be opened."));
+}
+
 TEST_F(AppDelegateTest, LaunchingStartsTheShortcutManagerAndAsksForNothing) {
     platform.desktop().trusted = false;
 

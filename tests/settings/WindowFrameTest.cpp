@@ -9,6 +9,7 @@ namespace velmorand {
 namespace {
 
 constexpr QSize smallest{720, 520};
+constexpr QMargins decorations{2, 30, 2, 4};
 const QList<QRect> oneDisplay{{0, 25, 1440, 875}};
 const QList<QRect> twoDisplays{{0, 0, 1440, 900}, {1440, 0, 1920, 1080}};
 
@@ -44,31 +45,35 @@ TEST(WindowFrameTest, IsAbsentInAnyOtherText) {
 
 TEST(WindowFrameTest, StaysWhereItIsWhollyOnADisplay) {
     const QRect frame(100, 100, 800, 600);
-    EXPECT_EQ(windowFrameWithin(oneDisplay, frame, smallest), frame);
-    EXPECT_EQ(windowFrameWithin(twoDisplays, QRect(2000, 300, 780, 560), smallest), QRect(2000, 300, 780, 560));
+    EXPECT_EQ(windowFrameWithin(oneDisplay, frame, smallest, decorations), frame);
+    EXPECT_EQ(windowFrameWithin(twoDisplays, QRect(2000, 300, 780, 560), smallest, decorations),
+              QRect(2000, 300, 780, 560));
 }
 
 TEST(WindowFrameTest, ComesBackOntoTheDisplayThatShowsMostOfIt) {
-    EXPECT_EQ(windowFrameWithin(oneDisplay, QRect(1000, -50, 780, 560), smallest), QRect(660, 25, 780, 560));
-    EXPECT_EQ(windowFrameWithin(twoDisplays, QRect(1300, 900, 780, 560), smallest), QRect(1440, 520, 780, 560));
+    EXPECT_EQ(windowFrameWithin(oneDisplay, QRect(1000, -50, 780, 560), smallest, decorations),
+              QRect(658, 55, 780, 560));
+    EXPECT_EQ(windowFrameWithin(twoDisplays, QRect(1300, 900, 780, 560), smallest, decorations),
+              QRect(1442, 516, 780, 560));
 }
 
 TEST(WindowFrameTest, ComesBackOntoTheNearestDisplayWhenItsOwnIsGone) {
-    EXPECT_EQ(windowFrameWithin(oneDisplay, QRect(5000, 5000, 780, 560), smallest), QRect(660, 340, 780, 560));
-    EXPECT_EQ(windowFrameWithin(twoDisplays, QRect(-2000, 0, 780, 560), smallest), QRect(0, 0, 780, 560));
+    EXPECT_EQ(windowFrameWithin(oneDisplay, QRect(5000, 5000, 780, 560), smallest, decorations),
+              QRect(658, 336, 780, 560));
+    EXPECT_EQ(windowFrameWithin(twoDisplays, QRect(-2000, 0, 780, 560), smallest, decorations), QRect(2, 30, 780, 560));
 }
 
 TEST(WindowFrameTest, IsMadeSmallerForASmallerDisplay) {
-    EXPECT_EQ(windowFrameWithin(oneDisplay, QRect(0, 0, 3000, 2000), smallest), QRect(0, 25, 1440, 875));
+    EXPECT_EQ(windowFrameWithin(oneDisplay, QRect(0, 0, 3000, 2000), smallest, decorations), QRect(2, 55, 1436, 841));
 }
 
 TEST(WindowFrameTest, IsNeverSmallerThanTheSmallestAndShowsItsTopLeftCorner) {
     const QList<QRect> tiny{{0, 25, 640, 455}};
-    EXPECT_EQ(windowFrameWithin(tiny, QRect(300, 300, 780, 560), smallest), QRect(0, 25, 720, 520));
+    EXPECT_EQ(windowFrameWithin(tiny, QRect(300, 300, 780, 560), smallest, decorations), QRect(2, 55, 720, 520));
 }
 
 TEST(WindowFrameTest, StaysWhereItIsWithoutDisplays) {
-    EXPECT_EQ(windowFrameWithin({}, QRect(5, 6, 780, 560), smallest), QRect(5, 6, 780, 560));
+    EXPECT_EQ(windowFrameWithin({}, QRect(5, 6, 780, 560), smallest, decorations), QRect(5, 6, 780, 560));
 }
 
 }  // namespace

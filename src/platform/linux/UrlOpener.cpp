@@ -3,6 +3,8 @@
 #include "platform/linux/DetachedProcess.h"
 
 #include <QProcess>
+#include <QTimer>
+#include <chrono>
 #include <csignal>
 #include <utility>
 
@@ -11,6 +13,8 @@ namespace {
 
 constexpr const char* questioner = "xdg-mime";
 constexpr const char* opener = "xdg-open";
+/// A question that takes longer has no answer.
+constexpr std::chrono::seconds patience{10};
 
 QString handlerType(std::string_view url) {
     const std::string scheme(url.substr(0, url.find(':')));
@@ -40,11 +44,14 @@ void UrlOpener::open(std::string_view url, Completion completion) {
     QObject::connect(question, &QProcess::finished, question, answered, Qt::QueuedConnection);
     QObject::connect(
         question, &QProcess::errorOccurred, question,
-        [answered](QProcess::ProcessError error) {
-            if (error == QProcess::FailedToStart) answered();  // it will not finish
+        [this, answered](QProcess::ProcessError error) {
+            if (error != QProcess::FailedToStart) return;
+            logger_.error("Cannot start {}", questioner);
+            answered();  // it will not finish
         },
         Qt::QueuedConnection);
     question->start();
+    QTimer::singleShot(patience, question, &QProcess::kill);
 }
 
 bool UrlOpener::openWith(std::string_view handler, const std::string& url) {

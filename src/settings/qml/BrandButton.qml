@@ -45,8 +45,14 @@ T.AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: root.text
     Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
+    Keys.onEnterPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
 
     background: Rectangle {
         radius: BrandTheme.controlRadius

@@ -36,6 +36,16 @@ Flickable {
             root.scrollTo(top + item.height + margin - root.height);
     }
 
+    /// What the keyboard or an assistive program goes to comes into sight. What the pointer goes to is in sight, and would
+    /// be moved away under it.
+    function revealFocused() {
+        const item = root.Window.activeFocusItem;
+        if (item === null || !root.isInside(item))
+            return;
+        if (item["isFocusedByPointer"] !== true && item["focusReason"] !== Qt.MouseFocusReason)
+            root.reveal(item);
+    }
+
     function isInside(item: Item): bool {
         for (let ancestor = item; ancestor !== null; ancestor = ancestor.parent) {
             if (ancestor === root.contentItem)
@@ -60,13 +70,12 @@ Flickable {
         target: root.Window.window
 
         function onActiveFocusItemChanged() {
-            const item = root.Window.activeFocusItem;
-            if (item !== null && root.isInside(item))
-                root.reveal(item);
+            Qt.callLater(root.revealFocused);  // the item learns after this why it has the focus
         }
     }
 
     WheelHandler {
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
         target: null
         onWheel: event => root.scrollTo(root.contentY - (event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y * 0.5))
     }

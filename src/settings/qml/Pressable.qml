@@ -21,8 +21,14 @@ Item {
     Accessible.name: root.text
     Accessible.focusable: true
     Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
+    Keys.onEnterPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
     Keys.onSpacePressed: event => {
         root.isFocusedByPointer = false;
         root.isHeldByKey = true;
@@ -47,6 +53,7 @@ Item {
         id: tap
 
         gesturePolicy: TapHandler.ReleaseWithinBounds
+        longPressThreshold: 86400  // seconds: however long it is held, it is pressed
         onPressedChanged: {
             if (!tap.pressed)
                 return;

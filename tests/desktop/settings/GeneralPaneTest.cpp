@@ -232,6 +232,22 @@ TEST_F(InstalledGeneralPaneTest, LaunchAtLoginIsSwitchedOnAndOff) {
     EXPECT_FALSE(fs::exists(entry()));
 }
 
+TEST_F(InstalledGeneralPaneTest, AControlAtTheEdgeStaysUnderThePointerThatPressesIt) {
+    ASSERT_NO_FATAL_FAILURE(open());
+    Pager(observer()).requestFrame(window(), {100, 60, 720, 520});
+    const auto inner = [&] { return observer().clientRect(window()).value_or(PixelRect{}); };
+    ASSERT_TRUE(observer().waitUntil([&] { return inner().width == 720 && inner().height == 520; }));
+    const std::string_view transitions = "Enable Window Transitions";
+    ASSERT_TRUE(observer().waitUntil([&] {
+        const auto box = expectShown("check box", transitions).frame.value_or(PixelRect{});
+        return box.bottom() <= inner().bottom() && box.bottom() + 24 > inner().bottom();
+    })) << "it is not at the edge, where the pane would scroll to show it with room around it";
+
+    click("check box", transitions);
+
+    EXPECT_TRUE(becomesChecked(transitions, true));
+}
+
 TEST_F(InstalledGeneralPaneTest, ALoginItemThatTheUserSwitchedOffIsPending) {
     fs::create_directories(entry().parent_path());
     std::ofstream(entry()) << "[Desktop Entry]\nType=Application\nName=Velmorand\nExec=velmorand\nHidden=true\n";

@@ -115,8 +115,11 @@ TEST_F(SettingsFrameTest, AFrameBeyondTheDisplaysIsBroughtBack) {
     ASSERT_NO_FATAL_FAILURE(open());
 
     const PixelRect display = desktop().monitors().front().rect;
-    EXPECT_GE(client().x, display.x);
-    EXPECT_LE(client().right(), display.right()) << client().text();
+    const PixelRect frame = observer().visibleFrame(window()).value_or(PixelRect{});
+    EXPECT_GE(frame.x, display.x) << frame.text();
+    EXPECT_GE(frame.y, display.y) << frame.text();
+    EXPECT_LE(frame.right(), display.right()) << frame.text();
+    EXPECT_LE(frame.bottom(), display.bottom()) << frame.text();
 }
 
 TEST_F(SettingsFrameTest, AFrameThatCannotBeReadCountsAsNone) {
@@ -145,6 +148,25 @@ TEST_F(SettingsFrameTest, WithoutItsModuleTheProgramSaysWhyAndRunsOn) {
     EXPECT_TRUE(program->isRunning());
 }
 
+TEST_F(SettingsFrameTest, AModuleOfAnotherBuildIsRefused) {
+    const fs::path copy = desktop().folder() / "updated/velmorand";
+    const fs::path module = copy.parent_path() / "lib/velmorand/libvelmorand_settings.so";
+    fs::create_directories(module.parent_path());
+    fs::copy_file(programUnderTest(), copy);
+    fs::copy_file(VELMORAND_OTHER_SETTINGS_MODULE, module);
+    auto program = desktop().start({copy.string()});
+    ASSERT_TRUE(program) << program.error();
+    ASSERT_TRUE(observer().waitUntil([&] { return program->log().contains("Registered shortcut restore"); }));
+
+    auto second = desktop().start({copy.string()});
+    ASSERT_TRUE(second) << second.error();
+
+    EXPECT_TRUE(observer().waitUntil([&] {
+        return program->log().contains("libvelmorand_settings.so is of another build than the running program");
+    })) << program->logTail();
+    EXPECT_TRUE(program->isRunning());
+}
+
 class SettingsWindowOnTest : public SettingsFrameTest, public testing::WithParamInterface<WindowManagerKind> {
 protected:
     [[nodiscard]] DesktopOptions desktopOptions() const override { return {.windowManager = {.kind = GetParam()}}; }
@@ -167,6 +189,27 @@ TEST_P(SettingsWindowOnTest, ComesToTheFrontFromTheBackground) {
     const auto clients = observer().clients();
     EXPECT_EQ(std::ranges::count(clients, title, &ClientWindow::title), 1);
     EXPECT_TRUE(observer().states(window()).focused || observer().activeWindow() == window());
+}
+
+TEST_P(SettingsWindowOnTest, StaysMaximisedWhenItIsAskedForAgainAndKeepsItsOwnFrame) {
+    ASSERT_NO_FATAL_FAILURE(open());
+    Pager pager(observer());
+    const PixelRect own = client();
+    const auto maximised = pager.maximize(window());
+    ASSERT_TRUE(maximised) << maximised.error();
+    const auto isMaximised = [&] {
+        const auto states = observer().states(window());
+        return states.maximizedHorizontally && states.maximizedVertically;
+    };
+    observer().waitUntil([] { return false; }, std::chrono::milliseconds(900));  // longer than it waits to store
+
+    ASSERT_NO_FATAL_FAILURE(openWindow());
+    EXPECT_TRUE(isMaximised());
+
+    EXPECT_TRUE(endProgram().isSuccess());
+    ASSERT_NO_FATAL_FAILURE(open());
+    EXPECT_TRUE(observer().waitUntil([&] { return client().width == own.width && client().height == own.height; }))
+        << client().text();
 }
 
 INSTANTIATE_TEST_SUITE_P(On, SettingsWindowOnTest,

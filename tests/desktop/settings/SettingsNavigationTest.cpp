@@ -84,6 +84,15 @@ TEST_F(SettingsNavigationTest, TheLinksBeginAMailToTheContactAddress) {
     EXPECT_TRUE(observer().waitUntil([&] {
         return mails() == "mailto:support@velmorand.app\nmailto:support@velmorand.app\n";
     })) << mails();
+
+    EXPECT_TRUE(bus().focus(expectShown("link", "Help & Support")));
+    {
+        const HeldKey held = keyboard().hold({}, Key::enter);
+        observer().waitUntil([] { return false; }, std::chrono::milliseconds(1500));  // in which the server repeats it
+    }
+    observer().waitUntil([] { return false; }, std::chrono::milliseconds(500));
+    const std::string all = mails();
+    EXPECT_EQ(std::ranges::count(all, '\n'), 3) << "a key that is held presses once\n" << all;
 }
 
 TEST_F(SettingsNavigationTest, WithoutAMailProgramTheUserIsToldTheAddress) {
@@ -92,7 +101,7 @@ TEST_F(SettingsNavigationTest, WithoutAMailProgramTheUserIsToldTheAddress) {
 
     press("link", "Help & Support");
 
-    EXPECT_TRUE(logs("Nothing to open mailto:support@velmorand.app with")) << program().log();
+    EXPECT_TRUE(logs("No mail program could be opened. Please write to support@velmorand.app.")) << program().log();
     EXPECT_TRUE(program().isRunning());
     expectShown("", "General");
 }
@@ -112,6 +121,16 @@ TEST_F(SettingsNavigationTest, TheKeyboardReachesEverythingInTheOrderInWhichItIs
     EXPECT_THAT(reached, ElementsAre("General", "Shortcuts", "Ignored Apps", "About", "Help & Support", "Check Status",
                                      "Open Settings...", "Launch at Login", "Keep Windows Within Visible Screen Area",
                                      "Enable Window Transitions", "Outer Margin (Padding)", "Inner Gap"));
+}
+
+TEST_F(SettingsNavigationTest, APressCountsHoweverLongItIsHeld) {
+    ASSERT_NO_FATAL_FAILURE(open());
+    const PixelRect about = expectShown("", "About").frame.value_or(PixelRect{});
+    pointer().moveTo(about.x + 40, about.y + 18);
+    pointer().press(PointerButton::left);
+    observer().waitUntil([] { return false; }, std::chrono::milliseconds(1200));
+    pointer().release(PointerButton::left);
+    expectShown("", "Velmorand collects no data.");
 }
 
 TEST_F(SettingsNavigationTest, EveryControlSaysWhatItIsAndDoesSomething) {
