@@ -33,13 +33,14 @@ AppDelegate::AppDelegate(Platform& platform, SettingsWindowMaker makeSettingsWin
         std::make_shared<ShortcutManager>(preferencesStore_, windowManager_, registrar,
                                           ShortcutManagerPlatform{platform.userNotificationCenter(), platform.bundle(),
                                                                   platform.runLoop(), platform.log()});
+    shortcutRecorderPanel_ = std::make_unique<ShortcutRecorderPanel>(platform.recorderPanelHost(), platform.runLoop());
     settingsWindowController_ = std::make_shared<SettingsWindowController>(
         preferencesStore_, permissionsManager_, shortcutManager_,
         SettingsPlatform{platform.loginItemService(), platform.defaultNotificationCenter(), platform.userDefaults(),
-                         platform.workspace(), platform.bundle(), platform.runLoop(), platform.log()},
+                         platform.workspace(), platform.bundle(), platform.runLoop(), platform.log(),
+                         *shortcutRecorderPanel_},
         std::move(makeSettingsWindow));
     makeMenuBar(platform);
-    shortcutRecorderPanel_ = std::make_unique<ShortcutRecorderPanel>(platform.recorderPanelHost(), platform.runLoop());
     wire(platform);
 }
 

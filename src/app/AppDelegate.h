@@ -59,9 +59,9 @@ private:
     std::shared_ptr<ScreenGeometryProvider> screenGeometryProvider_;
     std::shared_ptr<WindowManager> windowManager_;
     std::shared_ptr<ShortcutManager> shortcutManager_;
+    std::unique_ptr<ShortcutRecorderPanel> shortcutRecorderPanel_;
     std::shared_ptr<SettingsWindowController> settingsWindowController_;
     std::shared_ptr<MenuBarController> menuBarController_;
-    std::unique_ptr<ShortcutRecorderPanel> shortcutRecorderPanel_;
 };
 
 }  // namespace velmorand

@@ -4,6 +4,8 @@
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
+#include "settings/ApplicationIconProvider.h"
+#include "settings/ApplicationIconSource.h"
 #include "settings/SettingsModule.h"
 #include "settings/WindowFrame.h"
 
@@ -53,12 +55,13 @@ QuickSettingsWindow::QuickSettingsWindow(const SettingsServices& services, const
       look_(new DesktopLook(engine())),
       activation_(platform.defaultNotificationCenter,
                   platform.defaultNotificationCenter.addObserver(NotificationName::applicationBecameActive,
-                                                                 [this](const Notification&) { refreshLook(); })) {
+                                                                 [this](const Notification&) { becameActive(); })) {
     setTitle(tr("Velmorand Settings"));
     setColor(paper);
     setMinimumSize(smallestContentSize);
     setResizeMode(QQuickView::SizeRootObjectToView);
     engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine()->addImageProvider(QLatin1StringView(applicationIconProviderName), new ApplicationIconProvider);
     look_->offerTo(*engine());
     refreshLook();
     setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model_)}});
@@ -98,7 +101,7 @@ void QuickSettingsWindow::moveWithinDisplays() {
 /// Not by `show`, which takes back that the user has maximised it.
 void QuickSettingsWindow::bringToFront() {
     if (!isVisible()) {
-        refreshLook();
+        becameActive();
         model_.general()->becameActive();
         if (windowStates() == Qt::WindowNoState) moveWithinDisplays();
         setVisible(true);
@@ -107,6 +110,11 @@ void QuickSettingsWindow::bringToFront() {
     }
     raise();
     requestActivate();
+}
+
+void QuickSettingsWindow::becameActive() {
+    refreshLook();
+    model_.becameActive();
 }
 
 void QuickSettingsWindow::refreshLook() {
@@ -133,6 +141,7 @@ bool QuickSettingsWindow::event(QEvent* event) {
     if (event->type() != QEvent::Close) return QQuickView::event(event);
     event->ignore();
     savePending();
+    model_.applicationChooser()->cancel();
     hide();
     return true;
 }

@@ -45,6 +45,7 @@ private:
     void moveWithinDisplays();
     /// Has the frame stored once the window has come to rest.
     void noteFrame();
+    void becameActive();
     void refreshLook();
 
     SettingsPlatform platform_;

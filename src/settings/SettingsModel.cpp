@@ -30,6 +30,9 @@ SettingsModel::SettingsModel(const SettingsServices& services, const SettingsPla
       onFailure_(std::make_shared<SettingsFailureHandler>(std::move(onFailure))),
       information_(platform.bundle),
       general_(services, platform),
+      shortcuts_(services.preferencesStore, services.shortcutManager, platform.shortcutRecorderPanel),
+      applicationChooser_(platform.workspace, platform.runLoop),
+      ignoredApps_(services.preferencesStore, platform.workspace, platform.bundle, applicationChooser_),
       selectedPane_(toQString(settingsPanes.front().rawValue)) {}
 
 SettingsModel::~SettingsModel() = default;
@@ -54,6 +57,10 @@ void SettingsModel::setSelectedPane(const QString& rawValue) {
 
 QString SettingsModel::selectedView() const {
     return toQString(paneNamed(selectedPane_)->view);
+}
+
+void SettingsModel::becameActive() {
+    if (paneNamed(selectedPane_)->pane == SettingsPane::ignoredApps) ignoredApps_.refresh();
 }
 
 /// The answer may come when the window is no longer there.

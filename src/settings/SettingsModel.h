@@ -1,8 +1,11 @@
 #pragma once
 
+#include "settings/ApplicationChooserModel.h"
 #include "settings/ApplicationInformation.h"
 #include "settings/GeneralSettingsModel.h"
+#include "settings/IgnoredAppsModel.h"
 #include "settings/SettingsWindow.h"
+#include "settings/ShortcutSettingsModel.h"
 
 #include <QtQmlIntegration/qqmlintegration.h>
 
@@ -23,6 +26,9 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(QString selectedView READ selectedView NOTIFY selectedPaneChanged)
     Q_PROPERTY(velmorand::ApplicationInformation* information READ information CONSTANT)
     Q_PROPERTY(velmorand::GeneralSettingsModel* general READ general CONSTANT)
+    Q_PROPERTY(velmorand::ShortcutSettingsModel* shortcuts READ shortcuts CONSTANT)
+    Q_PROPERTY(velmorand::IgnoredAppsModel* ignoredApps READ ignoredApps CONSTANT)
+    Q_PROPERTY(velmorand::ApplicationChooserModel* applicationChooser READ applicationChooser CONSTANT)
 
 public:
     SettingsModel(const SettingsServices& services, const SettingsPlatform& platform, SettingsFailureHandler onFailure,
@@ -41,6 +47,13 @@ public:
 
     [[nodiscard]] ApplicationInformation* information() { return &information_; }
     [[nodiscard]] GeneralSettingsModel* general() { return &general_; }
+    [[nodiscard]] ShortcutSettingsModel* shortcuts() { return &shortcuts_; }
+    [[nodiscard]] IgnoredAppsModel* ignoredApps() { return &ignoredApps_; }
+    /// The panel in which the user chooses applications to ignore.
+    [[nodiscard]] ApplicationChooserModel* applicationChooser() { return &applicationChooser_; }
+
+    /// The user comes back to the program: looks again for the applications that are shown, which may have come or gone.
+    void becameActive();
 
     /// Begins a mail to the contact address. Where no program writes mail the user is told, with the address.
     Q_INVOKABLE void writeToSupport();
@@ -55,6 +68,9 @@ private:
     std::shared_ptr<bool> isWritingToSupport_ = std::make_shared<bool>(false);
     ApplicationInformation information_;
     GeneralSettingsModel general_;
+    ShortcutSettingsModel shortcuts_;
+    ApplicationChooserModel applicationChooser_;
+    IgnoredAppsModel ignoredApps_;
     QString selectedPane_;
 };
 

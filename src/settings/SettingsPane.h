@@ -24,7 +24,7 @@ inline constexpr std::array<SettingsPaneDescription, 4> settingsPanes{{
     {SettingsPane::general, "general", QT_TRANSLATE_NOOP("SettingsPane", "General"), "gearshape",
      "GeneralSettingsView.qml"},
     {SettingsPane::shortcuts, "shortcuts", QT_TRANSLATE_NOOP("SettingsPane", "Shortcuts"), "keyboard",
-     "ShortcutsSettingsView.qml"},
+     "ShortcutSettingsView.qml"},
     {SettingsPane::ignoredApps, "ignoredApps", QT_TRANSLATE_NOOP("SettingsPane", "Ignored Apps"), "nosign.app",
      "IgnoredAppsSettingsView.qml"},
     {SettingsPane::about, "about", QT_TRANSLATE_NOOP("SettingsPane", "About"), "info.circle", "AboutSettingsView.qml"},

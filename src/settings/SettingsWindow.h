@@ -16,6 +16,7 @@ class PermissionsManager;
 class PreferencesStore;
 class RunLoop;
 class ShortcutManager;
+class ShortcutRecorderPanel;
 class UserDefaults;
 class Workspace;
 
@@ -35,6 +36,8 @@ struct SettingsPlatform {
     const Bundle& bundle;
     RunLoop& runLoop;
     Log& log;
+    /// The one of the process.
+    ShortcutRecorderPanel& shortcutRecorderPanel;
 };
 
 /// Told in one sentence for the user what did not work.

@@ -4,6 +4,7 @@
 
 #include <QtQmlIntegration/qqmlintegration.h>
 
+#include <QList>
 #include <QObject>
 #include <QRectF>
 #include <QString>
@@ -23,7 +24,8 @@ class ShortcutRow final : public QObject {
     Q_PROPERTY(Miniature miniature READ miniature CONSTANT)
     Q_PROPERTY(QRectF targetArea READ targetArea CONSTANT)
     Q_PROPERTY(bool hasShortcut READ hasShortcut NOTIFY shortcutChanged)
-    Q_PROPERTY(QStringList glyphs READ glyphs NOTIFY shortcutChanged)
+    // Under this name the checker of the views knows the type.
+    Q_PROPERTY(QList<QString> glyphs READ glyphs NOTIFY shortcutChanged)
     Q_PROPERTY(QString spoken READ spoken NOTIFY shortcutChanged)
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     Q_PROPERTY(bool isBeingRecorded READ isBeingRecorded NOTIFY isBeingRecordedChanged)

@@ -3,6 +3,7 @@
 #include "app/MenuBarController.h"
 #include "settings/SettingsWindowController.h"
 #include "shortcuts/ShortcutManager.h"
+#include "shortcuts/ShortcutRecorderPanel.h"
 #include "support/DesktopFixture.h"
 #include "support/NotedSettingsWindows.h"
 #include "windows/PermissionsManager.h"
@@ -59,9 +60,10 @@ protected:
     void advance(Duration span) { platform.runLoop().advance(span); }
     [[nodiscard]] SimulatedProcess& frontmost() { return application(); }
 
+    ShortcutRecorderPanel recorder{platform.recorderPanelHost(), platform.runLoop()};
     NotedSettingsWindows settingsWindows;
     std::shared_ptr<SettingsWindowController> settings = std::make_shared<SettingsWindowController>(
-        preferencesStore, permissionsManager, shortcutManager, settingsPlatformOf(platform), settingsWindows.maker());
+        preferencesStore, permissionsManager, shortcutManager, settingsPlatformOf(platform, recorder), settingsWindows.maker());
     std::shared_ptr<MenuBarController> controller = std::make_shared<MenuBarController>(
         MenuBarServices{permissionsManager, preferencesStore, screenGeometryProvider, windowManager, shortcutManager,
                         settings},

@@ -45,14 +45,15 @@ private:
 
 /// What a settings window needs of this platform.
 template <typename Platform>
-[[nodiscard]] SettingsPlatform settingsPlatformOf(Platform& platform) {
+[[nodiscard]] SettingsPlatform settingsPlatformOf(Platform& platform, ShortcutRecorderPanel& shortcutRecorderPanel) {
     return {platform.loginItemService(),
             platform.defaultNotificationCenter(),
             platform.userDefaults(),
             platform.workspace(),
             platform.bundle(),
             platform.runLoop(),
-            platform.log()};
+            platform.log(),
+            shortcutRecorderPanel};
 }
 
 }  // namespace velmorand

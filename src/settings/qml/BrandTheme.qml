@@ -85,6 +85,12 @@ QtObject {
         weight: Font.Medium
         color: theme.ink
     }
+    readonly property TypeRole shortcutTitle: TypeRole {
+        size: 13
+        line: 18
+        weight: Font.Medium
+        color: theme.ink
+    }
     readonly property TypeRole strongest: TypeRole {
         size: 13
         line: 20
@@ -125,6 +131,7 @@ QtObject {
     // Lengths.
     readonly property int cardPadding: 20
     readonly property int cardRadius: 12
+    readonly property int rowRadius: 10
     readonly property int controlRadius: 8
     readonly property int capRadius: 5
     readonly property int panePadding: 24
@@ -137,8 +144,12 @@ QtObject {
     readonly property int sidebarWidth: 200
     readonly property int symbolSize: 16
     readonly property int statusSymbolSize: 18
+    readonly property int placeholderSize: 36
     readonly property int focusAir: 2
     readonly property int focusLine: 2
+
+    /// How long the pointer rests before a tool tip comes, in milliseconds.
+    readonly property int toolTipDelay: 700
 
     // Motion, in milliseconds.
     readonly property int tintDuration: DesktopLook.reducesMotion ? 0 : 90

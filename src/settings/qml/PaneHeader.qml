@@ -7,9 +7,10 @@ Item {
 
     required property string title
     property string caption
+    property int bottomPadding: 0
     default property alias button: holder.data
 
-    implicitHeight: captionText.visible ? captionText.y + captionText.height : titleText.height
+    implicitHeight: (captionText.visible ? captionText.y + captionText.height : titleText.height) + root.bottomPadding
 
     Txt {
         id: titleText

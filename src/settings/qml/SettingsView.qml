@@ -52,4 +52,8 @@ Rectangle {
                 area.scrollTo(scrollBar.position * area.contentHeight);
         }
     }
+
+    ApplicationChooserView {
+        model: root.model.applicationChooser
+    }
 }

@@ -1,8 +1,0 @@
-import Velmorand.Settings
-
-/// The Shortcuts pane.
-PaneHeader {
-    required property SettingsModel model
-
-    title: qsTr("Shortcuts")
-}
