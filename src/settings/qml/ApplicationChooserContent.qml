@@ -34,7 +34,10 @@ FocusScope {
         width: parent.width
         title: qsTr("Search")
         text: root.applications.searchText
-        onTextEdited: root.applications.searchText = search.text
+        onTextEdited: {
+            root.applications.searchText = search.text;
+            list.currentIndex = 0;
+        }
         Keys.onDownPressed: list.currentItem?.forceActiveFocus(Qt.TabFocusReason)
     }
 
@@ -56,6 +59,7 @@ FocusScope {
             anchors.fill: parent
             anchors.margins: 4
             clip: true
+            activeFocusOnTab: root.applications.count > 0
             boundsBehavior: Flickable.StopAtBounds
             keyNavigationEnabled: true
             highlightMoveDuration: 0
@@ -70,7 +74,7 @@ FocusScope {
                 required property int index
 
                 width: list.width - 12
-                activeFocusOnTab: ListView.isCurrentItem
+                activeFocusOnTab: false
                 onRequested: chosen => {
                     list.currentIndex = row.index;
                     root.applications.setChosen(row.index, chosen);
@@ -127,6 +131,7 @@ FocusScope {
 
         function onIsOpenChanged() {
             search.focus = true;
+            list.currentIndex = 0;
         }
     }
 }

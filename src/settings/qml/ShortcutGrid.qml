@@ -50,9 +50,9 @@ Column {
                     width: root.rowWidth
                     height: line.rowHeight
                     active: line.second < root.section.rows.length
-                    sourceComponent: ShortcutActionRow {
+                    Component.onCompleted: right.setSource("ShortcutActionRow.qml", {
                         row: root.section.rows[line.second]
-                    }
+                    })
                 }
             }
         }

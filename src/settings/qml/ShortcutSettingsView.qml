@@ -34,9 +34,9 @@ Column {
 
             width: root.width
             asynchronous: place.index > 1
-            sourceComponent: ShortcutGrid {
+            Component.onCompleted: place.setSource("ShortcutGrid.qml", {
                 section: place.modelData
-            }
+            })
         }
     }
 }
