@@ -21,6 +21,8 @@ T.AbstractButton {
     readonly property bool isProminent: root.kind === BrandButton.Prominent
     readonly property bool isQuiet: root.kind === BrandButton.Quiet
     readonly property int sidePadding: root.isQuiet ? 12 : 16
+    readonly property int symbolStart: 13
+    readonly property int labelStart: root.symbolStart + BrandTheme.symbolSize + BrandTheme.symbolSpacing
     readonly property color labelColor: {
         if (root.isProminent)
             return BrandTheme.card;
@@ -38,7 +40,7 @@ T.AbstractButton {
         return root.isQuiet ? Qt.alpha(BrandTheme.hover, 0) : BrandTheme.card;
     }
 
-    implicitWidth: Math.ceil(label.implicitWidth) + (root.symbol.length > 0 ? 12 + BrandTheme.symbolSize + BrandTheme.symbolSpacing : root.sidePadding) + root.sidePadding
+    implicitWidth: Math.ceil(label.implicitWidth) + (root.symbol.length > 0 ? root.labelStart - 1 : root.sidePadding) + root.sidePadding
     implicitHeight: Math.max(32, label.implicitHeight + 12)
     hoverEnabled: true
     opacity: root.enabled ? 1 : BrandTheme.disabledOpacity
@@ -69,7 +71,7 @@ T.AbstractButton {
     }
 
     Symbol {
-        x: 12
+        x: root.symbolStart
         anchors.verticalCenter: parent.verticalCenter
         visible: root.symbol.length > 0
         name: root.symbol
@@ -79,10 +81,8 @@ T.AbstractButton {
     Txt {
         id: label
 
-        x: root.symbol.length > 0 ? 12 + BrandTheme.symbolSize + BrandTheme.symbolSpacing : 0
+        x: root.symbol.length > 0 ? root.labelStart : Math.floor((root.width - implicitWidth) / 2)
         anchors.verticalCenter: parent.verticalCenter
-        width: parent.width - x - (root.symbol.length > 0 ? root.sidePadding : 0)
-        horizontalAlignment: Text.AlignHCenter
         role: root.isProminent ? BrandTheme.strongest : BrandTheme.strong
         color: root.labelColor
         text: root.text

@@ -25,8 +25,8 @@ Rectangle {
         Txt {
             id: label
 
-            // The caret of Control hangs at the top edge of its line; the others stand a little low in theirs.
-            readonly property real drop: root.glyph === "⌃" ? 0.2 * label.font.pixelSize : -1
+            // The caret of Control hangs at the top edge of its line, and all of them stand a little low in theirs.
+            readonly property real drop: (root.glyph === "⌃" ? 0.2 * label.font.pixelSize : 0) - 1
 
             anchors.centerIn: parent
             anchors.verticalCenterOffset: label.drop
