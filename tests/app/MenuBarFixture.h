@@ -62,8 +62,9 @@ protected:
 
     ShortcutRecorderPanel recorder{platform.recorderPanelHost(), platform.runLoop()};
     NotedSettingsWindows settingsWindows;
-    std::shared_ptr<SettingsWindowController> settings = std::make_shared<SettingsWindowController>(
-        preferencesStore, permissionsManager, shortcutManager, settingsPlatformOf(platform, recorder), settingsWindows.maker());
+    std::shared_ptr<SettingsWindowController> settings =
+        std::make_shared<SettingsWindowController>(preferencesStore, permissionsManager, shortcutManager,
+                                                   settingsPlatformOf(platform, recorder), settingsWindows.maker());
     std::shared_ptr<MenuBarController> controller = std::make_shared<MenuBarController>(
         MenuBarServices{permissionsManager, preferencesStore, screenGeometryProvider, windowManager, shortcutManager,
                         settings},

@@ -61,6 +61,34 @@ TEST_F(SettingsModelTest, IgnoresAPaneThatDoesNotExist) {
     EXPECT_EQ(model.selectedPane(), "general");
 }
 
+TEST_F(SettingsModelTest, ARowOfTheShortcutsPaneBeginsToRecordForItsAction) {
+    const ShortcutSection& edges = *model.shortcuts()->sections().front();
+    edges.rows().at(1)->record();
+    EXPECT_EQ(recorder.recordedAction().value(), WindowAction::rightHalf);
+}
+
+TEST_F(SettingsModelTest, ApplicationsToIgnoreAreChosenInThePanelOfTheWindow) {
+    platform.workspace().applications().install("/Applications/Editor", {"editor", "Editor", std::nullopt});
+    model.ignoredApps()->addApplications();
+    ASSERT_TRUE(model.applicationChooser()->isOpen());
+    model.applicationChooser()->applications()->setChosen(0, true);
+    model.applicationChooser()->confirm();
+    platform.runLoop().runPending();
+    EXPECT_THAT(preferencesStore->current().ignoredApps, ElementsAre("editor"));
+}
+
+TEST_F(SettingsModelTest, LooksAgainForIgnoredApplicationsWhileTheirPaneIsShown) {
+    preferencesStore->addIgnoredApps(std::vector<std::string>{"editor"});
+    platform.workspace().applications().install("/Applications/Editor", {"editor", "Editor", std::nullopt});
+    const auto name = [&] { return model.ignoredApps()->index(0).data(IgnoredAppsModel::nameRole).toString(); };
+
+    model.becameActive();
+    EXPECT_EQ(name(), "editor");
+    model.setSelectedPane("ignoredApps");
+    model.becameActive();
+    EXPECT_EQ(name(), "Editor");
+}
+
 TEST_F(SettingsModelTest, WritesToTheContactAddress) {
     model.writeToSupport();
     platform.runLoop().runPending();

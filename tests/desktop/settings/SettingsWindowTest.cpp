@@ -38,9 +38,13 @@ DesktopOptions SettingsWindowTest::desktopOptions() const {
 }
 
 void SettingsWindowTest::startProgram(const Environment& additions) {
+    startProgram(additions, demoActions().size());
+}
+
+void SettingsWindowTest::startProgram(const Environment& additions, std::size_t shortcuts) {
     Environment all = bus_->invitation();
     all.insert(additions.begin(), additions.end());
-    auto program = desktop::startProgram(*desktop_, programUnderTest(), demoActions().size(), all);
+    auto program = desktop::startProgram(*desktop_, programUnderTest(), shortcuts, all);
     ASSERT_TRUE(program) << program.error();
     program_.emplace(std::move(*program));
 }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,6 +29,8 @@ protected:
 
     /// Returns when its shortcuts are registered.
     void startProgram(const Environment& additions = {});
+    /// Where it finds preferences by which it registers so many.
+    void startProgram(const Environment& additions, std::size_t shortcuts);
     /// As the user does: by starting the program a second time. Returns when the window is on screen.
     void openWindow();
     /// startProgram() and openWindow().
