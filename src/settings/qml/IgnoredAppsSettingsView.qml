@@ -77,6 +77,7 @@ Column {
         height: note.height
 
         Symbol {
+            y: Math.round((BrandTheme.scaled(BrandTheme.caption.line) - height) / 2)
             name: "checkmark.seal"
             color: BrandTheme.sageDeep
         }

@@ -12,6 +12,7 @@ Item {
 
     Symbol {
         x: -30
+        y: Math.round((BrandTheme.scaled(BrandTheme.caption.line) - height) / 2)
         name: "exclamationmark.triangle"
         color: BrandTheme.brick
     }
