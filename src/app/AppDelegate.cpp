@@ -36,9 +36,9 @@ AppDelegate::AppDelegate(Platform& platform, SettingsWindowMaker makeSettingsWin
     shortcutRecorderPanel_ = std::make_unique<ShortcutRecorderPanel>(platform.recorderPanelHost(), platform.runLoop());
     settingsWindowController_ = std::make_shared<SettingsWindowController>(
         preferencesStore_, permissionsManager_, shortcutManager_,
-        SettingsPlatform{platform.loginItemService(), platform.defaultNotificationCenter(), platform.userDefaults(),
-                         platform.workspace(), platform.bundle(), platform.runLoop(), platform.log(),
-                         *shortcutRecorderPanel_},
+        SettingsPlatform{platform.loginItemService(), platform.application(), platform.defaultNotificationCenter(),
+                         platform.userDefaults(), platform.workspace(), platform.bundle(), platform.runLoop(),
+                         platform.log(), *shortcutRecorderPanel_},
         std::move(makeSettingsWindow));
     makeMenuBar(platform);
     wire(platform);

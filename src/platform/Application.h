@@ -40,6 +40,10 @@ public:
     /// status of the process: 0 for every wanted end, 1 when the window system was lost.
     [[nodiscard]] virtual int run() = 0;
 
+    /// Gives the keyboard to the application's own window, because the user wants to work with it (`activate`). Without a
+    /// window on screen nothing happens.
+    virtual void activate() = 0;
+
     /// Ends the application after the running turn; later calls do nothing.
     virtual void terminate() = 0;
 

@@ -8,6 +8,7 @@
 
 namespace velmorand {
 
+class Application;
 class Bundle;
 class Log;
 class LoginItemService;
@@ -30,6 +31,7 @@ struct SettingsServices {
 /// What the settings window needs of the platform. All must outlive the window.
 struct SettingsPlatform {
     LoginItemService& loginItemService;
+    Application& application;
     NotificationCenter& defaultNotificationCenter;
     UserDefaults& userDefaults;
     Workspace& workspace;

@@ -1,5 +1,7 @@
 #include "settings/SettingsWindowController.h"
 
+#include "platform/Application.h"
+
 namespace velmorand {
 namespace {
 
@@ -23,6 +25,7 @@ SettingsWindowController::~SettingsWindowController() = default;
 void SettingsWindowController::show() {
     if (!window_ && !makeWindow()) return;
     window_->bringToFront();
+    platform_.application.activate();
     logger_.debug("The settings window is in front.");
 }
 

@@ -35,6 +35,7 @@ TEST_F(SettingsWindowControllerTest, MakesOneWindowAndBringsItToTheFrontEachTime
     EXPECT_THAT(windows.notes, ElementsAre("made", "front"));
     controller.show();
     EXPECT_THAT(windows.notes, ElementsAre("made", "front", "front"));
+    EXPECT_EQ(platform.application().activations(), 2) << "each time the keyboard comes along";
 }
 
 TEST_F(SettingsWindowControllerTest, GivesTheWindowItsServices) {

@@ -47,6 +47,7 @@ private:
 template <typename Platform>
 [[nodiscard]] SettingsPlatform settingsPlatformOf(Platform& platform, ShortcutRecorderPanel& shortcutRecorderPanel) {
     return {platform.loginItemService(),
+            platform.application(),
             platform.defaultNotificationCenter(),
             platform.userDefaults(),
             platform.workspace(),

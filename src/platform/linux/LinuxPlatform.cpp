@@ -36,6 +36,7 @@
 #include "platform/linux/x11/X11RecorderPanelHost.h"
 #include "platform/linux/x11/X11Settings.h"
 #include "platform/linux/x11/X11StartupNotification.h"
+#include "platform/linux/x11/X11WindowActivation.h"
 #include "platform/linux/x11/X11WindowSystem.h"
 
 #include <cstdlib>
@@ -107,6 +108,7 @@ private:
         if (bus_) serveReopening(*bus_);
         application_.setOnActivation(
             [this] { defaultNotificationCenter_.post({NotificationName::applicationBecameActive, std::nullopt}); });
+        application_.setWindowActivator([this](std::uint32_t window) { activateWindow(*connection_, window); });
         readable_ = runLoop_.watch(connection_->file(), [this] { handleConnection(); });
         sleeping_ = runLoop_.beforeSleeping([this] { handleConnection(); });
     }

@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QMetaObject>
 #include <QSessionManager>
+#include <QWindow>
 #include <csignal>
 #include <cstdlib>
 #include <utility>
@@ -119,6 +120,14 @@ void QtApplication::setOnActivation(std::function<void()> onActivation) {
             if (state == Qt::ApplicationActive) onActivation();
         },
         Qt::QueuedConnection);
+}
+
+void QtApplication::activate() {
+    for (const QWindow* window : QGuiApplication::topLevelWindows()) {
+        if (!window->isVisible() || !activator_) continue;
+        activator_(static_cast<std::uint32_t>(window->winId()));
+        return;
+    }
 }
 
 double QtApplication::pixelsPerPoint() const {

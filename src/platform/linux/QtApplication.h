@@ -30,6 +30,7 @@ public:
     void setDelegate(std::weak_ptr<ApplicationDelegate> delegate) override { delegate_ = std::move(delegate); }
     [[nodiscard]] int run() override;
     void terminate() override;
+    void activate() override;
 
     /// Follows the signals that ask a process to end, from the running of the loop on.
     void endOnSignals(QtRunLoop& runLoop);
@@ -42,6 +43,9 @@ public:
 
     /// Tells the delegate that the program was started again; nothing when the application is about to end.
     void reopen(const std::optional<std::string>& activationToken);
+
+    /// Has a window of the window system, by its number there, given the keyboard.
+    void setWindowActivator(std::function<void(std::uint32_t window)> activator) { activator_ = std::move(activator); }
 
     /// Told in a turn of the loop when one of the toolkit's windows gets the keyboard and none had it before.
     void setOnActivation(std::function<void()> onActivation);
@@ -64,6 +68,7 @@ private:
     bool lossReported_ = false;
     std::unique_ptr<QGuiApplication> application_;
     std::weak_ptr<ApplicationDelegate> delegate_;
+    std::function<void(std::uint32_t)> activator_;
     std::function<void()> afterLaunch_;
     Subscription signals_;
     int signalFile_ = -1;

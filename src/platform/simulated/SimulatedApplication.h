@@ -19,10 +19,13 @@ public:
     void setDelegate(std::weak_ptr<ApplicationDelegate> delegate) override { delegate_ = std::move(delegate); }
     [[nodiscard]] int run() override;
     void terminate() override;
+    void activate() override { ++activations_; }
 
     /// The user starts the program again: its delegate is told in a turn of the loop, at the earliest after the launch.
     void reopen(std::optional<std::string> activationToken = std::nullopt);
 
+    /// How often it was activated.
+    [[nodiscard]] int activations() const { return activations_; }
     /// Whether the end was asked for.
     [[nodiscard]] bool isTerminating() const { return terminating_; }
 
@@ -33,6 +36,7 @@ private:
     std::weak_ptr<ApplicationDelegate> delegate_;
     /// Those that came before the launch.
     std::vector<std::optional<std::string>> reopenings_;
+    int activations_ = 0;
     bool hasLaunched_ = false;
     bool terminating_ = false;
 };
