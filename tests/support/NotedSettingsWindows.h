@@ -46,15 +46,9 @@ private:
 /// What a settings window needs of this platform.
 template <typename Platform>
 [[nodiscard]] SettingsPlatform settingsPlatformOf(Platform& platform, ShortcutRecorderPanel& shortcutRecorderPanel) {
-    return {platform.loginItemService(),
-            platform.application(),
-            platform.defaultNotificationCenter(),
-            platform.userDefaults(),
-            platform.workspace(),
-            platform.bundle(),
-            platform.runLoop(),
-            platform.log(),
-            shortcutRecorderPanel};
+    return {platform.loginItemService(), platform.application(), platform.defaultNotificationCenter(),
+            platform.userDefaults(),     platform.workspace(),   platform.bundle(),
+            platform.runLoop(),          platform.log(),         shortcutRecorderPanel};
 }
 
 }  // namespace velmorand

@@ -42,8 +42,13 @@ Flickable {
         const item = root.Window.activeFocusItem;
         if (item === null || !root.isInside(item))
             return;
-        if (item["isFocusedByPointer"] !== true && item["focusReason"] !== Qt.MouseFocusReason)
+        if (!root.gotFocusByPointer(item))
             root.reveal(item);
+    }
+
+    /// Controls know why they have the focus, and our own items whether by the pointer.
+    function gotFocusByPointer(item: var): bool {
+        return item.isFocusedByPointer === true || item.focusReason === Qt.MouseFocusReason;
     }
 
     function isInside(item: Item): bool {
@@ -70,8 +75,16 @@ Flickable {
         target: root.Window.window
 
         function onActiveFocusItemChanged() {
-            Qt.callLater(root.revealFocused);  // the item learns after this why it has the focus
+            focusSettling.restart();
         }
+    }
+
+    /// An item learns why it has the focus after everybody else has learnt that it has.
+    Timer {
+        id: focusSettling
+
+        interval: 0
+        onTriggered: root.revealFocused()
     }
 
     WheelHandler {

@@ -69,6 +69,13 @@ void CopiesTest::expectShortcutWorks(ChildProcess& program) {
     ASSERT_TRUE(pager.place(window_, elsewhere));
     auto keyboard = TestKeyboard::attach(observer());
     ASSERT_TRUE(keyboard) << keyboard.error();
+    // A settings window that was shown a moment ago may still be taking the keyboard.
+    ASSERT_TRUE(observer().waitUntil([&] {
+        observer().waitUntil([] { return false; }, std::chrono::milliseconds(150));
+        if (observer().activeWindow() == window_) return true;
+        static_cast<void>(pager.activate(window_));
+        return false;
+    }));
     const auto before = program.logSize();
 
     keyboard->press(demoAction("left").modifiers, demoAction("left").key);
