@@ -50,6 +50,7 @@ void SettingsWindowTest::startProgram(const Environment& additions, std::size_t 
 }
 
 void SettingsWindowTest::openWindow() {
+    const auto before = program_->logSize();
     auto second = desktop_->start({programUnderTest().string()});
     ASSERT_TRUE(second) << second.error();
     const auto ended = second->wait(patience);
@@ -57,6 +58,10 @@ void SettingsWindowTest::openWindow() {
     const auto window = observer().findWindow(title);
     ASSERT_TRUE(window) << window.error();
     window_ = *window;
+    // It asks for the keyboard more than once; what the test does next shall come after all of it.
+    ASSERT_TRUE(
+        observer().waitUntil([&] { return program_->log(before).contains("The settings window is in front."); }));
+    ASSERT_TRUE(observer().waitForWindowManager());
     ASSERT_TRUE(observer().waitUntil([&] { return observer().activeWindow() == window_; }));
 }
 
