@@ -1,6 +1,5 @@
 #include "desktop/contract/X11DesktopUnderContract.h"
 
-#include "desktop/harness/SettingsFile.h"
 #include "desktop/harness/TestWindows.h"
 #include "platform/linux/support/XSettingsBytes.h"
 
@@ -18,7 +17,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -284,78 +282,6 @@ std::vector<ContractNotification> X11DesktopUnderContract::shownNotifications() 
 void X11DesktopUnderContract::showStatusBar() {
     panel_ = std::make_unique<FakePanel>(QDBusConnection::connectToBus(QDBusConnection::SessionBus, panelConnection),
                                          [this](const auto& condition) { return runUntil(condition, patience); });
-}
-
-void X11DesktopUnderContract::openStatusMenu() {
-    if (panel_->waitForItem().isEmpty()) throw std::runtime_error("no status item makes itself known");
-    openMenu_ = panel_->open();
-}
-
-/// Panels read it again when they are told that it has changed.
-std::vector<ContractMenuLine> X11DesktopUnderContract::statusMenu() {
-    openMenu_ = panel_->layout();
-    std::vector<ContractMenuLine> lines;
-    for (const ReceivedLine& line : openMenu_.lines) {
-        const bool isSeparator = line.properties.value(QStringLiteral("type")) == QStringLiteral("separator");
-        const bool isEnabled = line.properties.value(QStringLiteral("enabled"), true).toBool();
-        QString title = line.properties.value(QStringLiteral("label")).toString();
-        title.replace(QStringLiteral("__"), QStringLiteral("_"));
-        lines.push_back({title.toStdString(), isEnabled && !isSeparator});
-    }
-    return lines;
-}
-
-void X11DesktopUnderContract::chooseFromStatusMenu(std::size_t place) {
-    panel_->event(openMenu_.lines.at(place).id, QStringLiteral("clicked"));
-}
-
-std::filesystem::path X11DesktopUnderContract::autostartFile() const {
-    return std::filesystem::path(desktop_->environment().at("XDG_CONFIG_HOME")) / "autostart" /
-           VELMORAND_IDENTIFIER ".desktop";
-}
-
-/// An entry of the user's that is hidden counts before one that this machine may have.
-void X11DesktopUnderContract::setInstalled(bool installed) {
-    require(writeSettingsFile(entryFolder() / VELMORAND_IDENTIFIER ".desktop",
-                              std::string("[Desktop Entry]\nType=Application\nName=Velmorand\nExec=velmorand\n") +
-                                  (installed ? "" : "Hidden=true\n")));
-}
-
-void X11DesktopUnderContract::switchOffLoginItem() {
-    std::ofstream(autostartFile(), std::ios::app) << "Hidden=true\n";
-}
-
-bool X11DesktopUnderContract::startsAtLogin() {
-    std::ifstream file(autostartFile());
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
-    return text.contains("\nExec=") && !text.contains("\nHidden=true\n");
-}
-
-void X11DesktopUnderContract::setMailProgram(bool isThere) {
-    // The machine may have one of its own.
-    setenv("XDG_DATA_DIRS", (desktop_->folder() / "no-data").c_str(), 1);
-    const std::filesystem::path data = desktop_->environment().at("XDG_DATA_HOME");
-    const std::filesystem::path entry = data / "applications/org.example.Mail.desktop";
-    if (!isThere) {
-        std::filesystem::remove(entry);
-        return;
-    }
-    const std::filesystem::path program = desktop_->folder() / "write-mail";
-    require(writeSettingsFile(program, "#!/bin/sh\necho \"$1\" >>'" + mailFile().native() + "'\n"));
-    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-    require(writeSettingsFile(entry,
-                              "[Desktop Entry]\nType=Application\nName=Mail\nMimeType=x-scheme-handler/mailto;\nExec=" +
-                                  program.native() + " %u\n"));
-    const std::filesystem::path configuration = desktop_->environment().at("XDG_CONFIG_HOME");
-    require(writeSettingsFile(configuration / "mimeapps.list",
-                              "[Default Applications]\nx-scheme-handler/mailto=org.example.Mail.desktop\n"));
-}
-
-std::vector<std::string> X11DesktopUnderContract::begunMails() {
-    std::vector<std::string> mails;
-    std::ifstream file(mailFile());
-    for (std::string line; std::getline(file, line);) mails.push_back(line);
-    return mails;
 }
 
 void X11DesktopUnderContract::activateProgram() {
