@@ -131,7 +131,8 @@ void QuickSettingsWindow::savePending() {
     if (!std::exchange(pendingSave_, std::nullopt)) return;
     if (!isVisible() || windowStates() != Qt::WindowNoState) return;
     decorations_ = frameMargins();
-    if (std::exchange(frame_, geometry()) == frame_) return;
+    if (geometry() == frame_) return;
+    frame_ = geometry();
     const auto stored = platform_.userDefaults.setData(frameKey, windowFrameText(frame_));
     if (!stored) logger_.error("Cannot store where the settings window is: {}", stored.error().description);
 }
