@@ -137,9 +137,11 @@ TEST_F(SettingsNavigationTest, APressCountsHoweverLongItIsHeld) {
 
 TEST_F(SettingsNavigationTest, EveryControlSaysWhatItIsAndDoesSomething) {
     ASSERT_NO_FATAL_FAILURE(open());
-    for (const char* pane : {"General", "Shortcuts", "Ignored Apps", "About"}) {
+    for (const auto& [pane, text] :
+         {std::pair{"General", "Effortless window arrangement."}, std::pair{"Shortcuts", "Reset Defaults"},
+          std::pair{"Ignored Apps", "Add App..."}, std::pair{"About", "Velmorand collects no data."}}) {
         choosePane(pane);
-        observer().waitUntil([] { return false; }, std::chrono::milliseconds(300));
+        expectShown("", text);
         const AccessibleTree seen = tree();
         for (const AccessibleObject& object : seen.objects()) {
             if (!object.is(AccessibleState::showing) || !object.is(AccessibleState::focusable)) continue;
