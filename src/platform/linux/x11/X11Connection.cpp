@@ -123,7 +123,24 @@ std::expected<std::vector<std::uint8_t>, X11Failure> X11Connection::check(const 
     return codes;
 }
 
+void X11Connection::requestEvents(xcb_window_t window, std::uint32_t events) {
+    std::uint32_t& all = requestedEvents_[window];
+    all |= events;
+    xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &all);
+}
+
+/// The server uses the number of a window that is gone for another one some day.
+void X11Connection::forgetRequestedEvents(const xcb_generic_event_t& event) {
+    if (event.response_type == 0) {
+        const auto& error = reinterpret_cast<const xcb_value_error_t&>(event);
+        if (error.error_code == XCB_WINDOW) requestedEvents_.erase(error.bad_value);
+    } else if (event.response_type == XCB_DESTROY_NOTIFY) {
+        requestedEvents_.erase(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
+    }
+}
+
 void X11Connection::takeIn(X11Event event) {
+    forgetRequestedEvents(*event);
     listeners_->call(*event);
     const bool isError = event->response_type == 0;  // of a request nobody waits for, such as on a closed window
     if (!isError) arrived_.push_back(std::move(event));

@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace velmorand {
@@ -56,11 +57,10 @@ public:
     [[nodiscard]] int screenNumber() const { return screenNumber_; }
     [[nodiscard]] const xcb_setup_t& setup() const { return *xcb_get_setup(connection_); }
 
-    /// Whether the window was made by this connection. Its events are asked for by who made it, once: asking again
-    /// would replace what was asked for.
-    [[nodiscard]] bool isOwn(xcb_window_t window) const {
-        return (window & ~setup().resource_id_mask) == setup().resource_id_base;
-    }
+    /// Has the server tell of these events of a window, besides those that others on this connection have asked for:
+    /// the server itself would put the last wish in the place of all earlier ones. One that concerns a window which is
+    /// gone has no effect.
+    void requestEvents(xcb_window_t window, std::uint32_t events);
 
     /// The file to watch; it never blocks.
     [[nodiscard]] int file() const { return xcb_get_file_descriptor(connection_); }
@@ -118,10 +118,12 @@ private:
     [[nodiscard]] std::expected<X11Reply<void>, X11Failure> waitForReply(unsigned int sequence, Deadline deadline);
     [[nodiscard]] std::optional<X11Failure> waitForData(Deadline deadline);
     void takeIn(X11Event event);
+    void forgetRequestedEvents(const xcb_generic_event_t& event);
 
     xcb_connection_t* connection_;
     xcb_screen_t* screen_;
     int screenNumber_;
+    std::unordered_map<xcb_window_t, std::uint32_t> requestedEvents_;
     std::deque<X11Event> arrived_;
     std::shared_ptr<Callbacks> listeners_;
     std::shared_ptr<Callbacks> handlers_;

@@ -141,11 +141,8 @@ std::optional<X11Panels::Panel> X11Panels::answer(const Candidate& candidate, co
                  decodeFirstItem(*desktop, XCB_ATOM_CARDINAL)};
 }
 
-/// The events that the registry of windows asks for, which may hold the panel, too.
 void X11Panels::watch(xcb_window_t panel) {
-    if (connection_.isOwn(panel)) return;
-    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(connection_.raw(), panel, XCB_CW_EVENT_MASK, &events);
+    connection_.requestEvents(panel, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
 }  // namespace velmorand

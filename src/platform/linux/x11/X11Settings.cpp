@@ -94,9 +94,7 @@ std::optional<X11Failure> X11Settings::findManager(Deadline deadline) {
         settings_.clear();
         return std::nullopt;
     }
-    // As many events as of any other window: whoever took the selection may have named one that is known already.
-    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(connection_.raw(), manager_, XCB_CW_EVENT_MASK, &events);
+    connection_.requestEvents(manager_, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     const auto request = requestProperty(connection_, manager_, property_, x11_property_limit::settings);
     const auto ownerRequest = xcb_get_selection_owner(connection_.raw(), selection_);
     const auto value = readProperty(connection_, request, deadline);

@@ -50,9 +50,7 @@ bool X11WindowManager::isAlive(Deadline deadline) {
     if (!checkWindow) return false;
     checkWindow_ = *checkWindow;  // from here on its end is listened for
     knowsAbilities_ = true;       // an event during the reading sets it back
-    // As many events as of any other window: whoever wrote the property may have named one that is known already.
-    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(connection_.raw(), checkWindow_, XCB_CW_EVENT_MASK, &events);
+    connection_.requestEvents(checkWindow_, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     if (!readAbilities(deadline)) checkWindow_ = XCB_WINDOW_NONE;  // also when no answer came: it is asked for again
     return checkWindow_ != XCB_WINDOW_NONE;
 }

@@ -15,9 +15,7 @@ WindowID X11WindowRegistry::identify(xcb_window_t window) {
     const auto [record, isNew] = records_.try_emplace(window);
     if (isNew) {
         record->second.serial = ++lastSerial_;
-        const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-        if (!connection_.isOwn(window))
-            xcb_change_window_attributes(connection_.raw(), window, XCB_CW_EVENT_MASK, &events);
+        connection_.requestEvents(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     }
     return {window, record->second.serial};
 }

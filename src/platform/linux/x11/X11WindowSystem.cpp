@@ -74,8 +74,7 @@ X11WindowSystem::X11WindowSystem(X11Connection& connection, QtRunLoop& runLoop, 
       monitors_(connection, atoms_),
       windowManager_(connection, atoms_),
       writer_(connection, atoms_, windowManager_) {
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_EVENT_MASK, &events);
+    connection.requestEvents(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
 
     const Deadline deadline = std::chrono::steady_clock::now() + X11Connection::startTimeout;
     const auto nested = connection.reply<xcb_query_extension_reply_t>(
