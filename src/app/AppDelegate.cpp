@@ -75,10 +75,6 @@ void AppDelegate::wire(Platform& platform) {
 
 AppDelegate::~AppDelegate() = default;
 
-void AppDelegate::recordShortcut(WindowAction action) {
-    shortcutRecorderPanel_->open(action, preferencesStore_);
-}
-
 void AppDelegate::applicationDidFinishLaunching() {
     shortcutManager_->start();
     menuBarController_->install();

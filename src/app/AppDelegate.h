@@ -20,7 +20,6 @@ class SettingsWindowController;
 class ShortcutManager;
 class ShortcutRecorderPanel;
 class WindowManager;
-enum class WindowAction : std::uint8_t;
 
 /// Builds every service once, in a fixed order, and holds it for the life of the process. Nothing else creates
 /// services. Main thread only.
@@ -46,9 +45,6 @@ public:
 
     /// The one recorder of the process; the hot keys rest while it records.
     [[nodiscard]] ShortcutRecorderPanel& shortcutRecorderPanel() { return *shortcutRecorderPanel_; }
-
-    /// Begins to record a shortcut for `action`.
-    void recordShortcut(WindowAction action);
 
 private:
     void makeMenuBar(Platform& platform);

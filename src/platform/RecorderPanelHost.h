@@ -2,8 +2,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
-#include <vector>
 
 namespace velmorand {
 
@@ -21,18 +21,6 @@ struct RecorderKeyEvent {
     bool operator==(const RecorderKeyEvent&) const = default;
 };
 
-/// What the panel shows.
-struct RecorderPanelContent {
-    std::string title;
-    std::string prompt;
-    /// The symbols of the modifiers that are held, one for each key cap.
-    std::vector<std::string> heldModifierSymbols;
-    /// The lines below: the hint, or the question that waits for an answer.
-    std::vector<std::string> message;
-
-    bool operator==(const RecorderPanelContent&) const = default;
-};
-
 /// What is told of a panel. Any of them may be absent.
 struct RecorderPanelEvents {
     std::function<void(const RecorderKeyEvent&)> keyDown;
@@ -44,6 +32,26 @@ struct RecorderPanelEvents {
     std::function<void()> resignedKey;
 };
 
+/// The window of one panel, in which the views draw it. It is made but not shown, and goes with the object. Main thread
+/// only.
+class RecorderPanelWindow {
+public:
+    virtual ~RecorderPanelWindow() = default;
+    RecorderPanelWindow(const RecorderPanelWindow&) = delete;
+    RecorderPanelWindow& operator=(const RecorderPanelWindow&) = delete;
+
+    /// The window system's own name of the window: an X window, or the address of an `NSWindow`.
+    [[nodiscard]] virtual std::uintptr_t handle() const = 0;
+    /// Puts the window on screen. `closed` is called when the user closes it there; the window may be ended inside.
+    virtual void show(std::function<void()> closed) = 0;
+
+protected:
+    RecorderPanelWindow() = default;
+};
+
+/// Makes the window of the next panel; null when that is not possible.
+using RecorderPanelWindowMaker = std::function<std::unique_ptr<RecorderPanelWindow>()>;
+
 /// Shows the one panel in which a key combination is recorded (`NSPanel` and a local event monitor). While it is the key
 /// window every key goes to it, also those that other programs or the desktop would take, unless the system refuses
 /// that. Main thread only; events are told in turns of the main loop, never inside a call.
@@ -53,12 +61,12 @@ public:
     RecorderPanelHost(const RecorderPanelHost&) = delete;
     RecorderPanelHost& operator=(const RecorderPanelHost&) = delete;
 
-    /// Brings the panel up as the key window. A panel that is shown already is shown anew: the events of the earlier
-    /// one are not told any more.
-    virtual void show(RecorderPanelContent content, RecorderPanelEvents events) = 0;
+    /// Says what makes the windows of panels from now on; nothing does when it is empty.
+    virtual void setWindowMaker(RecorderPanelWindowMaker maker) = 0;
 
-    /// Shows something else in the panel; without one nothing happens.
-    virtual void update(RecorderPanelContent content) = 0;
+    /// Brings the panel up as the key window. A panel that is shown already is shown anew: the events of the earlier
+    /// one are not told any more. A panel that has no window is told to be closed.
+    virtual void show(RecorderPanelEvents events) = 0;
 
     /// Takes the panel away, and gives the keyboard back before anything else. No event of it is told afterwards.
     /// Without a panel nothing happens.

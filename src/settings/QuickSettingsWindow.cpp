@@ -6,9 +6,12 @@
 #include "platform/Workspace.h"
 #include "settings/ApplicationIconProvider.h"
 #include "settings/ApplicationIconSource.h"
+#include "settings/QuickRecorderWindow.h"
 #include "settings/SettingsModule.h"
 #include "settings/WindowFrame.h"
+#include "shortcuts/ShortcutRecorderPanel.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQmlError>
@@ -52,6 +55,7 @@ QuickSettingsWindow::QuickSettingsWindow(const SettingsServices& services, const
     : platform_(platform),
       logger_(platform.log, "settings"),
       model_(services, platform, std::move(onFailure)),
+      recorder_(platform.shortcutRecorderPanel),
       look_(new DesktopLook(engine())),
       activation_(platform.defaultNotificationCenter,
                   platform.defaultNotificationCenter.addObserver(NotificationName::applicationBecameActive,
@@ -67,13 +71,19 @@ QuickSettingsWindow::QuickSettingsWindow(const SettingsServices& services, const
     setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model_)}});
     setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmorand/Settings/qml/SettingsView.qml")));
     place();
+    platform_.shortcutRecorderPanel.setWindowMaker(
+        [this] { return std::make_unique<QuickRecorderWindow>(recorder_, *this); });
     connect(this, &QWindow::xChanged, this, &QuickSettingsWindow::noteFrame);
     connect(this, &QWindow::yChanged, this, &QuickSettingsWindow::noteFrame);
     connect(this, &QWindow::widthChanged, this, &QuickSettingsWindow::noteFrame);
     connect(this, &QWindow::heightChanged, this, &QuickSettingsWindow::noteFrame);
 }
 
+/// The recorder's window goes before the engine that both have.
 QuickSettingsWindow::~QuickSettingsWindow() {
+    platform_.shortcutRecorderPanel.cancel();
+    platform_.shortcutRecorderPanel.setWindowMaker({});
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     savePending();
     setSource({});
 }
@@ -143,6 +153,7 @@ bool QuickSettingsWindow::event(QEvent* event) {
     event->ignore();
     savePending();
     model_.applicationChooser()->cancel();
+    platform_.shortcutRecorderPanel.cancel();
     hide();
     return true;
 }

@@ -6,6 +6,7 @@
 #include "settings/DesktopLook.h"
 #include "settings/SettingsModel.h"
 #include "settings/SettingsWindow.h"
+#include "settings/ShortcutRecorderViewModel.h"
 #include "windows/NotificationToken.h"
 
 #include <QMargins>
@@ -51,6 +52,7 @@ private:
     SettingsPlatform platform_;
     Logger logger_;
     SettingsModel model_;
+    ShortcutRecorderViewModel recorder_;
     /// Belongs to the engine.
     DesktopLook* look_;
     /// Where the user has put the window, as far as that is known.

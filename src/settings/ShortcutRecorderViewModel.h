@@ -21,7 +21,7 @@ class ShortcutRecorderViewModel final : public QObject {
     QML_UNCREATABLE("made by the settings window")
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(QString prompt READ prompt NOTIFY changed)
-    Q_PROPERTY(QStringList glyphs READ glyphs NOTIFY changed)
+    Q_PROPERTY(QList<QString> glyphs READ glyphs NOTIFY changed)
     Q_PROPERTY(bool isCaptured READ isCaptured NOTIFY changed)
     Q_PROPERTY(QString spoken READ spoken NOTIFY changed)
     Q_PROPERTY(QString hint READ hint NOTIFY changed)

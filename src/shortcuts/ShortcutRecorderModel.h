@@ -40,6 +40,8 @@ struct ShortcutRecorderQuestion {
     bool operator==(const ShortcutRecorderQuestion&) const = default;
 };
 
+/// The title of the panel's window.
+inline constexpr std::string_view recorderTitle = "Record Shortcut";
 /// The title of the button that ends recording without a change.
 inline constexpr std::string_view recorderCancelTitle = "Cancel";
 /// The title of the button that takes a combination from the actions that have it.

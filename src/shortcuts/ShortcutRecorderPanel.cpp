@@ -1,6 +1,5 @@
 #include "shortcuts/ShortcutRecorderPanel.h"
 
-#include "platform/RecorderPanelHost.h"
 #include "platform/RunLoop.h"
 #include "preferences/PreferencesStore.h"
 #include "shortcuts/KeyLabels.h"
@@ -12,7 +11,6 @@ namespace velmorand {
 namespace {
 
 constexpr std::uint32_t escapeKey = 53;
-constexpr std::string_view panelTitle = "Record Shortcut";
 
 /// Shift alone makes no shortcut: it only writes other letters.
 constexpr ShortcutModifiers significantModifiers{ShortcutModifiers::command, ShortcutModifiers::option,
@@ -20,20 +18,10 @@ constexpr ShortcutModifiers significantModifiers{ShortcutModifiers::command, Sho
 constexpr ShortcutModifiers reliableModifiers{ShortcutModifiers::command, ShortcutModifiers::control};
 constexpr ShortcutModifiers voiceOverModifiers{ShortcutModifiers::control, ShortcutModifiers::option};
 
-RecorderPanelContent contentFor(const ShortcutRecorderModel& model) {
-    RecorderPanelContent content{std::string(panelTitle), recorderPrompt(model), model.heldModifierSymbols, {}};
-    const auto question = recorderQuestion(model);
-    if (question) content.message = {question->message, question->advice};
-    if (!question || model.hint) content.message.push_back(recorderHint(model));
-    return content;
-}
-
 }  // namespace
 
 ShortcutRecorderPanel::ShortcutRecorderPanel(RecorderPanelHost& host, RunLoop& runLoop)
-    : host_(host), runLoop_(runLoop), redrawing_(model_.subscribe([this](const ShortcutRecorderModel& model) {
-          if (isRecording_) host_.update(contentFor(model));
-      })) {}
+    : host_(host), runLoop_(runLoop) {}
 
 ShortcutRecorderPanel::~ShortcutRecorderPanel() {
     if (isRecording_) end();
@@ -46,10 +34,10 @@ void ShortcutRecorderPanel::open(WindowAction action, const std::shared_ptr<Pref
     preferencesStore_ = preferencesStore;
     model_.set({.actionTitle = std::string(metadata(action).title),
                 .hasCurrentShortcut = preferencesStore && preferencesStore->effectiveShortcut(action).has_value()});
-    host_.show(contentFor(model_.value()), {.keyDown = [this](const RecorderKeyEvent& event) { handleKeyDown(event); },
-                                            .modifiersChanged = [this](std::uint64_t flags) { changeModifiers(flags); },
-                                            .closed = [this] { end(); },
-                                            .resignedKey = [this] { end(); }});
+    host_.show({.keyDown = [this](const RecorderKeyEvent& event) { handleKeyDown(event); },
+                .modifiersChanged = [this](std::uint64_t flags) { changeModifiers(flags); },
+                .closed = [this] { end(); },
+                .resignedKey = [this] { end(); }});
     isRecording_ = true;
     if (onRecordingStateChange_) onRecordingStateChange_(true);
     recordedAction_.set(action);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Published.h"
+#include "platform/RecorderPanelHost.h"
 #include "shortcuts/ShortcutRecorderModel.h"
 
 #include <cstdint>
@@ -12,9 +13,7 @@
 namespace velmorand {
 
 class PreferencesStore;
-class RecorderPanelHost;
 class RunLoop;
-struct RecorderKeyEvent;
 
 /// Records one key combination for one action: judges every key press, asks where a combination is unwise or taken, and
 /// stores the result. There is one for the process, since there is one keyboard. Main thread only.
@@ -32,6 +31,9 @@ public:
     void setOnRecordingStateChange(std::function<void(bool)> callback) {
         onRecordingStateChange_ = std::move(callback);
     }
+
+    /// Says what makes the window of the panel from now on. Where nothing does, a recording ends at once.
+    void setWindowMaker(RecorderPanelWindowMaker maker) { host_.setWindowMaker(std::move(maker)); }
 
     /// Begins to record a shortcut for `action`; a recording that runs is ended before. The store is where the result
     /// goes; it is held weakly, and without it keys have no effect.
@@ -63,7 +65,6 @@ private:
     std::function<void(bool)> onRecordingStateChange_;
     Published<ShortcutRecorderModel> model_;
     Published<std::optional<WindowAction>> recordedAction_;
-    Subscription redrawing_;
     std::optional<WindowAction> action_;
     std::weak_ptr<PreferencesStore> preferencesStore_;
     bool isRecording_ = false;

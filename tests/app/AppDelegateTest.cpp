@@ -143,9 +143,9 @@ TEST_F(AppDelegateTest, LaunchingRecordsThatTheHandlerCouldNotBeInstalled) {
 TEST_F(AppDelegateTest, TheHotKeysRestWhileAShortcutIsRecorded) {
     delegate->applicationDidFinishLaunching();
 
-    delegate->recordShortcut(WindowAction::leftHalf);
+    delegate->shortcutRecorderPanel().open(WindowAction::leftHalf, nullptr);
     EXPECT_EQ(service().registrationCount(), 0U);
-    EXPECT_EQ(platform.recorderPanelHost().content()->prompt, "Press the new shortcut for Left");
+    EXPECT_EQ(recorderPrompt(delegate->shortcutRecorderPanel().model().value()), "Press the new shortcut for Left");
 
     delegate->shortcutRecorderPanel().cancel();
     EXPECT_EQ(service().registrationCount(), 19U);
@@ -153,7 +153,7 @@ TEST_F(AppDelegateTest, TheHotKeysRestWhileAShortcutIsRecorded) {
 
 TEST_F(AppDelegateTest, TerminatingDuringARecordingRegistersNothingAgain) {
     delegate->applicationDidFinishLaunching();
-    delegate->recordShortcut(WindowAction::leftHalf);
+    delegate->shortcutRecorderPanel().open(WindowAction::leftHalf, nullptr);
 
     delegate->applicationWillTerminate();
     EXPECT_FALSE(platform.recorderPanelHost().isShown());

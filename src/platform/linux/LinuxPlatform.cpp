@@ -21,7 +21,6 @@
 #include "platform/linux/PortalSettings.h"
 #include "platform/linux/QtApplication.h"
 #include "platform/linux/QtRunLoop.h"
-#include "platform/linux/RecorderPicture.h"
 #include "platform/linux/ReducedMotion.h"
 #include "platform/linux/RunningCopy.h"
 #include "platform/linux/StartupToken.h"
@@ -29,6 +28,7 @@
 #include "platform/linux/TrustPrompt.h"
 #include "platform/linux/UrlOpener.h"
 #include "platform/linux/XdgLoginItems.h"
+#include "platform/linux/x11/ToolkitBarrier.h"
 #include "platform/linux/x11/ToolkitConnection.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11HotKeyService.h"
@@ -68,11 +68,9 @@ public:
             X11WindowSystem::create(*platform->connection_, platform->runLoop_, platform->bundle_.identifier());
         if (!windowSystem) return std::unexpected(EarlyEnd{windowSystem.error()});
         platform->assemble(std::move(*windowSystem));
-        auto recorderPanelHost = X11RecorderPanelHost::create(
-            *platform->connection_, platform->keyboard_, platform->runLoop_, platform->sessionLock_, platform->log_,
-            [application = &platform->application_](const RecorderPanelContent& content) {
-                return drawRecorderPanel(content, application->pixelsPerPoint());
-            });
+        auto recorderPanelHost =
+            X11RecorderPanelHost::create(*platform->connection_, platform->keyboard_, platform->runLoop_,
+                                         platform->sessionLock_, platform->log_, synchroniseToolkitConnection);
         if (!recorderPanelHost) return std::unexpected(EarlyEnd{recorderPanelHost.error()});
         platform->recorderPanelHost_ = std::move(*recorderPanelHost);
         platform->application_.afterLaunch([launched = platform.get(), tokens] { launched->handleLaunch(tokens); });

@@ -130,10 +130,6 @@ void QtApplication::activate() {
     }
 }
 
-double QtApplication::pixelsPerPoint() const {
-    return application_->devicePixelRatio();
-}
-
 void QtApplication::reportLoss() {
     if (!std::exchange(lossReported_, true)) logger_.error("The connection to the X server is lost.");
 }

@@ -50,9 +50,6 @@ public:
     /// Told in a turn of the loop when one of the toolkit's windows gets the keyboard and none had it before.
     void setOnActivation(std::function<void()> onActivation);
 
-    /// How many pixels a point has in what is drawn for the user, by the settings of the session.
-    [[nodiscard]] double pixelsPerPoint() const;
-
     /// Ends the application with status 1 because the X server is gone, which it logs once.
     void endAfterLoss();
 

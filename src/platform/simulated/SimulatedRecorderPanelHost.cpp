@@ -3,17 +3,26 @@
 #include <utility>
 
 namespace velmorand {
+namespace {
 
-void SimulatedRecorderPanelHost::show(RecorderPanelContent content, RecorderPanelEvents events) {
+class BlankWindow final : public RecorderPanelWindow {
+public:
+    [[nodiscard]] std::uintptr_t handle() const override { return reinterpret_cast<std::uintptr_t>(this); }
+    void show(std::function<void()> /*closed*/) override {}
+};
+
+}  // namespace
+
+SimulatedRecorderPanelHost::SimulatedRecorderPanelHost(SimulatedRunLoop& runLoop)
+    : runLoop_(runLoop), maker_([] { return std::make_unique<BlankWindow>(); }) {}
+
+void SimulatedRecorderPanelHost::show(RecorderPanelEvents events) {
     close();
-    shownContents_.push_back(content);
-    panel_ = std::make_shared<Panel>(std::move(content), std::move(events));
-}
-
-void SimulatedRecorderPanelHost::update(RecorderPanelContent content) {
-    if (!panel_) return;
-    shownContents_.push_back(content);
-    panel_->content = std::move(content);
+    panel_ = std::make_shared<Panel>(std::move(events), maker_ ? maker_() : nullptr);
+    if (panel_->window)
+        panel_->window->show([this] { closeByUser(); });
+    else
+        closeByUser();
 }
 
 void SimulatedRecorderPanelHost::close() {
@@ -40,6 +49,7 @@ void SimulatedRecorderPanelHost::closeByUser() {
     tell([](const RecorderPanelEvents& events) {
         if (events.closed) events.closed();
     });
+    panel_->window.reset();
     closedByUser_ = std::exchange(panel_, nullptr);
 }
 
@@ -49,10 +59,6 @@ void SimulatedRecorderPanelHost::resignKey() {
     tell([](const RecorderPanelEvents& events) {
         if (events.resignedKey) events.resignedKey();
     });
-}
-
-std::optional<RecorderPanelContent> SimulatedRecorderPanelHost::content() const {
-    return panel_ ? std::optional(panel_->content) : std::nullopt;
 }
 
 void SimulatedRecorderPanelHost::tell(std::function<void(const RecorderPanelEvents&)> what) {

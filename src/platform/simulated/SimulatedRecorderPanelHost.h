@@ -6,8 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
-#include <vector>
+#include <utility>
 
 namespace velmorand {
 
@@ -17,10 +16,11 @@ namespace velmorand {
 class SimulatedRecorderPanelHost final : public RecorderPanelHost {
 public:
     /// `runLoop` must outlive the host.
-    explicit SimulatedRecorderPanelHost(SimulatedRunLoop& runLoop) : runLoop_(runLoop) {}
+    explicit SimulatedRecorderPanelHost(SimulatedRunLoop& runLoop);
 
-    void show(RecorderPanelContent content, RecorderPanelEvents events) override;
-    void update(RecorderPanelContent content) override;
+    /// At the start panels have windows that show nothing.
+    void setWindowMaker(RecorderPanelWindowMaker maker) override { maker_ = std::move(maker); }
+    void show(RecorderPanelEvents events) override;
     void close() override;
 
     /// Presses a key.
@@ -35,24 +35,20 @@ public:
     [[nodiscard]] bool isShown() const { return panel_ != nullptr; }
     /// Whether keys go to the panel.
     [[nodiscard]] bool isKey() const { return panel_ != nullptr && panel_->isKey; }
-    /// What the panel shows now; absent without one.
-    [[nodiscard]] std::optional<RecorderPanelContent> content() const;
-    /// Everything that was ever shown, in order; an update counts too.
-    [[nodiscard]] const std::vector<RecorderPanelContent>& shownContents() const { return shownContents_; }
 
 private:
     struct Panel {
-        RecorderPanelContent content;
         RecorderPanelEvents events;
+        std::unique_ptr<RecorderPanelWindow> window;
         bool isKey = true;
     };
 
     void tell(std::function<void(const RecorderPanelEvents&)> what);
 
     SimulatedRunLoop& runLoop_;
+    RecorderPanelWindowMaker maker_;
     std::shared_ptr<Panel> panel_;
     std::shared_ptr<Panel> closedByUser_;  // kept until its last event has been told
-    std::vector<RecorderPanelContent> shownContents_;
 };
 
 }  // namespace velmorand

@@ -122,6 +122,18 @@ QtObject {
         weight: Font.Medium
         color: theme.ink
     }
+    readonly property TypeRole largeKeyCap: TypeRole {
+        size: 18
+        line: 24
+        weight: Font.Medium
+        color: theme.ink
+    }
+    readonly property TypeRole strongCaption: TypeRole {
+        size: 12
+        line: 16
+        weight: Font.Medium
+        color: theme.ink
+    }
 
     /// A length that belongs to text, on whole points.
     function scaled(length: real): real {
@@ -142,6 +154,7 @@ QtObject {
     readonly property int capSpacing: 3
     readonly property int greetingHeight: 120
     readonly property int sidebarWidth: 200
+    readonly property int recorderWidth: 480
     readonly property int symbolSize: 16
     readonly property int statusSymbolSize: 18
     readonly property int placeholderSize: 36

@@ -11,8 +11,10 @@ Row {
     required property list<string> glyphs
     /// The shortcut as it is read aloud.
     required property string spoken
+    /// As the recorder shows them.
+    property bool areLarge: false
 
-    spacing: BrandTheme.capSpacing
+    spacing: root.areLarge ? 6 : BrandTheme.capSpacing
     Accessible.role: Accessible.StaticText
     Accessible.name: root.spoken
 
@@ -23,6 +25,7 @@ Row {
             required property string modelData
 
             glyph: modelData
+            isLarge: root.areLarge
         }
     }
 }

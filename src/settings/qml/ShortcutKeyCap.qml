@@ -6,10 +6,15 @@ Rectangle {
     id: root
 
     required property string glyph
+    /// As the recorder shows it.
+    property bool isLarge: false
 
-    implicitWidth: Math.max(BrandTheme.scaled(20), Math.ceil(label.implicitWidth) + 8)
-    implicitHeight: Math.max(20, label.implicitHeight + 4)
-    radius: BrandTheme.capRadius
+    readonly property int smallest: root.isLarge ? 40 : 20
+    readonly property int lip: root.isLarge ? 3 : 2
+
+    implicitWidth: Math.max(BrandTheme.scaled(root.smallest), Math.ceil(label.implicitWidth) + (root.isLarge ? 18 : 8))
+    implicitHeight: Math.max(root.smallest, label.implicitHeight + 4)
+    radius: root.isLarge ? BrandTheme.controlRadius : BrandTheme.capRadius
     color: BrandTheme.line
     Accessible.ignored: true
 
@@ -17,8 +22,8 @@ Rectangle {
         x: 1
         y: 1
         width: parent.width - 2
-        height: parent.height - 3
-        radius: BrandTheme.capRadius - 1
+        height: parent.height - root.lip - 1
+        radius: root.radius - 1
         color: BrandTheme.card
         Accessible.ignored: true
 
@@ -30,7 +35,7 @@ Rectangle {
 
             anchors.centerIn: parent
             anchors.verticalCenterOffset: label.drop
-            role: BrandTheme.keyCap
+            role: root.isLarge ? BrandTheme.largeKeyCap : BrandTheme.keyCap
             text: root.glyph
             Accessible.ignored: true
         }

@@ -1,6 +1,7 @@
 #include "desktop/contract/X11DesktopUnderContract.h"
 
 #include "desktop/harness/TestWindows.h"
+#include "desktop/x11/PanelWindow.h"
 #include "platform/linux/support/XSettingsBytes.h"
 
 #include <fcntl.h>
@@ -97,13 +98,18 @@ std::unique_ptr<DesktopUnderContract> X11DesktopUnderContract::make() {
 }
 
 X11DesktopUnderContract::X11DesktopUnderContract(std::unique_ptr<TestDesktop> desktop, TestKeyboard keyboard)
-    : desktop_(std::move(desktop)), keyboard_(keyboard), pager_(desktop_->observer()) {
+    : desktop_(std::move(desktop)),
+      keyboard_(keyboard),
+      pager_(desktop_->observer()),
+      views_(require(XConnection::open(desktop_->displayName()))) {
     for (const auto& [name, value] : desktop_->environment()) setenv(name.c_str(), value.c_str(), 1);
     unsetenv("JOURNAL_STREAM");
     redirectLog();
     auto platform = makePlatform(argumentCount_, arguments_);
     if (!platform) throw std::runtime_error(platform.error().message);
     platform_ = std::move(*platform);
+    platform_->recorderPanelHost().setWindowMaker(
+        [this] { return std::make_unique<PanelWindow>(views_, "Recorder", platform_->runLoop()); });
 }
 
 X11DesktopUnderContract::~X11DesktopUnderContract() {

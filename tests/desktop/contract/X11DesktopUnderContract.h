@@ -112,6 +112,7 @@ private:
     std::unique_ptr<TestDesktop> desktop_;
     TestKeyboard keyboard_;
     Pager pager_;
+    XConnection views_;
     std::optional<SettingsManager> settingsManager_;
     std::chrono::seconds entryAge_{};  // by which the folder of entries looks younger than it is
     std::map<int, Client> clients_;

@@ -36,8 +36,8 @@ protected:
         const auto single = desktop_->setMonitors({{"main", display, true}});
         ASSERT_TRUE(single) << single.error();
     }
-    void startProgram(std::size_t shortcuts = allShortcuts, const std::filesystem::path& file = programUnderTest()) {
-        auto program = desktop::startProgram(*desktop_, file, shortcuts);
+    void startProgram(std::size_t shortcuts = allShortcuts) {
+        auto program = desktop::startProgram(*desktop_, programUnderTest(), shortcuts);
         ASSERT_TRUE(program) << program.error();
         program_ = std::move(*program);
     }
@@ -107,28 +107,6 @@ TEST_F(LateDesktopTest, ADisplayThatComesLaterIsUsed) {
     press("nextDisplay");
 
     expectSettled({nextDisplay.x, 0, nextDisplay.width / 2, nextDisplay.height});
-}
-
-TEST_F(LateDesktopTest, AProblemThatArisesAfterTheNotificationServerCameIsShown) {
-    startProgram(allShortcuts, VELMORAND_RECORDER_PROGRAM);
-    startWindowManager();
-    const auto server = NotificationServer::start(desktop());
-    ASSERT_TRUE(server) << server.error();
-    GrabbingClient other(desktop().displayName());
-    ASSERT_TRUE(other.grab(GrabKind::core, Key::k, XCB_MOD_MASK_4));
-    auto keyboard = TestKeyboard::attach(observer());
-    ASSERT_TRUE(keyboard) << keyboard.error();
-
-    program().sendSignal(SIGUSR1);
-    const auto panel = observer().findWindow("Record Shortcut");
-    ASSERT_TRUE(panel) << panel.error();
-    ASSERT_TRUE(observer().waitUntil([&] {
-        keyboard->press({Key::leftSuper}, Key::k);  // until the panel has the keyboard
-        return !server->shown().empty();
-    }));
-
-    EXPECT_EQ(server->shown().front().body,
-              "Could not register Left (Command + K). Another app may already be using it.");
 }
 
 /// Nor can the bus start anything.

@@ -4,8 +4,6 @@
 #include "desktop/program/ProgramTest.h"
 #include "desktop/x11/GrabbingClient.h"
 
-#include <csignal>
-#include <filesystem>
 #include <vector>
 
 namespace velmorand::desktop {
@@ -30,8 +28,8 @@ protected:
         server_.emplace(std::move(*server));
     }
 
-    void startProgram(std::size_t shortcuts, const std::filesystem::path& file = programUnderTest()) {
-        auto program = desktop::startProgram(*desktop_, file, shortcuts);
+    void startProgram(std::size_t shortcuts) {
+        auto program = desktop::startProgram(*desktop_, programUnderTest(), shortcuts);
         ASSERT_TRUE(program) << program.error();
         program_ = std::move(*program);
     }
@@ -81,28 +79,6 @@ std::string grabKindName(const testing::TestParamInfo<GrabKind>& info) {
 
 INSTANTIATE_TEST_SUITE_P(By, TakenShortcutTest, testing::Values(GrabKind::core, GrabKind::inputExtension),
                          grabKindName);
-
-TEST_F(ShortcutProblemTest, TheNextProblemTakesThePlaceOfTheNotification) {
-    GrabbingClient other(desktop().displayName());
-    ASSERT_TRUE(other.grab(GrabKind::core, Key::left, superAndAlt));
-    ASSERT_TRUE(other.grab(GrabKind::core, Key::k, XCB_MOD_MASK_4));
-    startProgram(18, VELMORAND_RECORDER_PROGRAM);
-    ASSERT_TRUE(comeToBeShown(1));
-    auto keyboard = TestKeyboard::attach(observer());
-    ASSERT_TRUE(keyboard) << keyboard.error();
-
-    program().sendSignal(SIGUSR1);
-    const auto panel = observer().findWindow("Record Shortcut");
-    ASSERT_TRUE(panel) << panel.error();
-    ASSERT_TRUE(observer().waitUntil([&] {
-        keyboard->press({Key::leftSuper}, Key::k);  // until the panel has the keyboard
-        return shown().size() > 1;
-    }));
-
-    EXPECT_EQ(shown()[1].number, shown()[0].number);
-    EXPECT_EQ(shown()[1].title, takenTitle);
-    EXPECT_EQ(shown()[1].body, "Could not register Left (Command + K). Another app may already be using it.");
-}
 
 TEST_F(ShortcutProblemTest, TwoActionsOnOneCombinationFireNothingAndAreReportedAsAConflict) {
     leave(R"({"shortcuts": {"left": {"keyCode": 40, "modifiers": 2304, "keyDisplay": "K"},

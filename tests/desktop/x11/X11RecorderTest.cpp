@@ -1,5 +1,6 @@
 #include "desktop/x11/X11RecorderTest.h"
 
+#include "desktop/x11/PanelWindow.h"
 #include "shortcuts/ShortcutModifiers.h"
 
 #include <algorithm>
@@ -35,19 +36,14 @@ void X11RecorderTest::startOnOpenDesktop() {
     ASSERT_TRUE(attached) << attached.error().message;
     testKeyboard_.emplace(*attached);
     keyboard_ = std::make_unique<X11Keyboard>(connection());
-    auto host = X11RecorderPanelHost::create(
-        connection(), *keyboard_, runLoop, sessionLock_, log_, [this](const RecorderPanelContent& content) {
-            drawn.push_back(content);
-            RecorderPicture picture{.width = 400, .height = pictureHeight, .pixels = {}};
-            picture.pixels.assign(std::size_t{400} * pictureHeight, 0xFBF6EF);
-            return picture;
-        });
+    // The window's own connection has always done all that it was asked to.
+    auto host = X11RecorderPanelHost::create(connection(), *keyboard_, runLoop, sessionLock_, log_, [] {});
     ASSERT_TRUE(host) << host.error();
     host_ = std::move(*host);
-}
-
-RecorderPanelContent X11RecorderTest::content() {
-    return {.title = std::string(title), .prompt = "Press it", .heldModifierSymbols = {}, .message = {"A hint"}};
+    auto views = XConnection::open(desktop().displayName());
+    ASSERT_TRUE(views) << views.error().message;
+    views_.emplace(std::move(*views));
+    host_->setWindowMaker([this] { return std::make_unique<PanelWindow>(*views_, title, runLoop); });
 }
 
 RecorderPanelEvents X11RecorderTest::noting() {
@@ -62,7 +58,7 @@ RecorderPanelEvents X11RecorderTest::noting() {
 }
 
 void X11RecorderTest::show() {
-    host_->show(content(), noting());
+    host_->show(noting());
 }
 
 void X11RecorderTest::showAsKey() {

@@ -70,13 +70,7 @@ protected:
     [[nodiscard]] TestKeyboard& keyboard() { return *testKeyboard_; }
     [[nodiscard]] TestSessionLock& sessionLock() { return sessionLock_; }
     [[nodiscard]] SimulatedLog& log() { return log_; }
-    [[nodiscard]] static RecorderPanelContent content();
     [[nodiscard]] RecorderPanelEvents noting();
-
-    /// What was drawn, in order.
-    std::vector<RecorderPanelContent> drawn;
-    /// How large the picture is that is drawn next.
-    std::uint16_t pictureHeight = 240;
 
 private:
     [[nodiscard]] static bool grabKeyboard(XConnection& client);
@@ -86,6 +80,7 @@ private:
     TestSessionLock sessionLock_;
     std::optional<TestKeyboard> testKeyboard_;
     std::optional<XConnection> otherClient_;
+    std::optional<XConnection> views_;
     std::unique_ptr<X11Keyboard> keyboard_;
     std::unique_ptr<X11RecorderPanelHost> host_;
     std::vector<std::string> told_;

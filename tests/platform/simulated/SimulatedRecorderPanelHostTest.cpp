@@ -12,8 +12,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const RecorderPanelContent first{.title = "First", .prompt = "Press it", .heldModifierSymbols = {}, .message = {}};
-const RecorderPanelContent second{.title = "Second", .prompt = "Again", .heldModifierSymbols = {"⌘"}, .message = {"?"}};
 const RecorderKeyEvent keyA{.keyCode = 0, .modifierFlags = 1U << 20U, .charactersIgnoringModifiers = "a"};
 
 class SimulatedRecorderPanelHostTest : public testing::Test {
@@ -36,7 +34,7 @@ protected:
 };
 
 TEST_F(SimulatedRecorderPanelHostTest, TellsWhatTheUserDoesInOrderAndInLaterTurns) {
-    host.show(first, noting("panel"));
+    host.show(noting("panel"));
 
     host.changeModifiers(7);
     host.press(keyA);
@@ -47,20 +45,7 @@ TEST_F(SimulatedRecorderPanelHostTest, TellsWhatTheUserDoesInOrderAndInLaterTurn
     EXPECT_THAT(told, ElementsAre("panel modifiers 7", "panel key 0", "panel resigned"));
 }
 
-TEST_F(SimulatedRecorderPanelHostTest, KeepsWhatWasShown) {
-    EXPECT_EQ(host.content(), std::nullopt);
-    host.show(first, {});
-    EXPECT_EQ(host.content(), first);
-    host.update(second);
-    EXPECT_EQ(host.content(), second);
-    host.close();
-
-    EXPECT_EQ(host.content(), std::nullopt);
-    EXPECT_THAT(host.shownContents(), ElementsAre(first, second));
-}
-
 TEST_F(SimulatedRecorderPanelHostTest, WithoutAPanelNothingHappens) {
-    host.update(first);
     host.close();
     host.press(keyA);
     host.changeModifiers(1);
@@ -70,11 +55,10 @@ TEST_F(SimulatedRecorderPanelHostTest, WithoutAPanelNothingHappens) {
 
     EXPECT_FALSE(host.isShown());
     EXPECT_FALSE(host.isKey());
-    EXPECT_THAT(host.shownContents(), IsEmpty());
 }
 
 TEST_F(SimulatedRecorderPanelHostTest, NothingIsToldAfterAClose) {
-    host.show(first, noting("panel"));
+    host.show(noting("panel"));
     host.press(keyA);
     host.closeByUser();
     host.close();
@@ -84,9 +68,9 @@ TEST_F(SimulatedRecorderPanelHostTest, NothingIsToldAfterAClose) {
 }
 
 TEST_F(SimulatedRecorderPanelHostTest, APanelShownAnewDropsTheEventsOfTheEarlierOne) {
-    host.show(first, noting("first"));
+    host.show(noting("first"));
     host.press(keyA);
-    host.show(second, noting("second"));
+    host.show(noting("second"));
     host.press(keyA);
     runLoop.runPending();
 
@@ -94,7 +78,7 @@ TEST_F(SimulatedRecorderPanelHostTest, APanelShownAnewDropsTheEventsOfTheEarlier
 }
 
 TEST_F(SimulatedRecorderPanelHostTest, KeysDoNotReachAPanelThatHasResigned) {
-    host.show(first, noting("panel"));
+    host.show(noting("panel"));
     host.resignKey();
     host.resignKey();
     host.press(keyA);
@@ -107,7 +91,7 @@ TEST_F(SimulatedRecorderPanelHostTest, KeysDoNotReachAPanelThatHasResigned) {
 }
 
 TEST_F(SimulatedRecorderPanelHostTest, APanelThatItsUserClosedIsGone) {
-    host.show(first, noting("panel"));
+    host.show(noting("panel"));
     host.closeByUser();
     host.closeByUser();
     host.press(keyA);
@@ -119,8 +103,8 @@ TEST_F(SimulatedRecorderPanelHostTest, APanelThatItsUserClosedIsGone) {
 
 TEST_F(SimulatedRecorderPanelHostTest, ThePanelMayBeClosedOrShownAnewInsideItsEvents) {
     RecorderPanelEvents events = noting("first");
-    events.keyDown = [&](const RecorderKeyEvent&) { host.show(second, noting("second")); };
-    host.show(first, std::move(events));
+    events.keyDown = [&](const RecorderKeyEvent&) { host.show(noting("second")); };
+    host.show(std::move(events));
     host.press(keyA);
     host.press(keyA);
     runLoop.runPending();
@@ -131,7 +115,7 @@ TEST_F(SimulatedRecorderPanelHostTest, ThePanelMayBeClosedOrShownAnewInsideItsEv
 }
 
 TEST_F(SimulatedRecorderPanelHostTest, EventsThatNobodyWantsAreNotTold) {
-    host.show(first, {});
+    host.show({});
     host.press(keyA);
     host.changeModifiers(1);
     host.resignKey();

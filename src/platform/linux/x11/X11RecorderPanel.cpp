@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11RecorderPanel.h"
 
 #include "platform/linux/x11/X11PropertyReader.h"
+#include "platform/linux/x11/X11WindowActivation.h"
 
 #include <fmt/format.h>
 
@@ -15,6 +16,11 @@ constexpr std::chrono::milliseconds queryTimeout{300};
 
 /// How long the panel may take to become the key window.
 constexpr std::chrono::milliseconds becomesKeyWithin{500};
+
+/// Key events and the focus; the keys that are down when the focus comes; what becomes of the window; times.
+constexpr std::uint32_t windowEvents = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
+                                       XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_KEYMAP_STATE |
+                                       XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
 
 Deadline queryDeadline() {
     return std::chrono::steady_clock::now() + queryTimeout;
@@ -43,14 +49,14 @@ bool isByGrab(const xcb_focus_in_event_t& change) {
 
 }  // namespace
 
-X11RecorderPanel::X11RecorderPanel(X11RecorderServices& services, const Rect& area, const RecorderPanelContent& content,
+X11RecorderPanel::X11RecorderPanel(X11RecorderServices& services, std::unique_ptr<RecorderPanelWindow> window,
                                    RecorderPanelEvents events)
     : services_(services),
       connection_(services.connection),
       events_(std::make_shared<RecorderPanelEvents>(std::move(events))),
-      window_(std::make_unique<X11RecorderWindow>(services.connection, services.atoms, area, content.title,
-                                                  services.painter(content))),
-      grab_(services.connection, services.runLoop, window_->id(),
+      window_(std::move(window)),
+      id_(static_cast<xcb_window_t>(window_->handle())),
+      grab_(services.connection, services.runLoop, id_,
             [this](std::optional<int> status) {
                 services_.logger.error(
                     "The recorder does not get the whole keyboard ({}): keys that other programs have for themselves "
@@ -60,12 +66,16 @@ X11RecorderPanel::X11RecorderPanel(X11RecorderServices& services, const Rect& ar
       patience_(services.runLoop.after(becomesKeyWithin, [this] { sayThatItIsNotKey(); })),
       lock_(services.sessionLock.whenLocked([this] { resignKey(); })),
       handler_(connection_.handle([this](const xcb_generic_event_t& event) { handle(event); })) {
+    services_.synchroniseViews();
+    connection_.requestEvents(id_, windowEvents);
+    // The answer comes after the server has taken the wish down: it does not heed the order of two connections.
     const Deadline deadline = queryDeadline();
     firstDesktop_ = decodeFirstItem(readPropertyNow(connection_, connection_.root(),
                                                     services_.atoms[X11AtomName::netCurrentDesktop],
                                                     x11_property_limit::numbers, deadline),
                                     XCB_ATOM_CARDINAL);
     static_cast<void>(translator());  // a key that comes soon finds it ready
+    window_->show([this] { endByUser(); });
 }
 
 X11RecorderPanel::~X11RecorderPanel() {
@@ -73,48 +83,36 @@ X11RecorderPanel::~X11RecorderPanel() {
     services_.keyboard.followModifiers(false);
 }
 
-void X11RecorderPanel::update(const RecorderPanelContent& content) {
-    if (!window_) return;
-    window_->setTitle(content.title);
-    window_->setPicture(services_.painter(content));
-}
-
 void X11RecorderPanel::handle(const xcb_generic_event_t& event) {
     if (services_.keyboard.tellsOfChange(event)) translatorIsCurrent_ = false;
     if (const auto held = services_.keyboard.heldModifiers(event)) handleModifiers(*held);
-    if (!window_) return;
-    if (eventType(event) == XCB_CLIENT_MESSAGE)
-        handleMessage(as<xcb_client_message_event_t>(event));
-    else if (!isSentEvent(event))  // nobody else presses keys here
-        handleOfWindow(event);
+    if (window_ && !isSentEvent(event)) handleOfWindow(event);  // nobody else presses keys here
 }
 
 void X11RecorderPanel::handleOfWindow(const xcb_generic_event_t& event) {
-    const xcb_window_t window = window_->id();
     switch (eventType(event)) {
         case XCB_KEY_PRESS:
-            if (as<xcb_key_press_event_t>(event).event == window) handlePress(as<xcb_key_press_event_t>(event));
+            if (as<xcb_key_press_event_t>(event).event == id_) handlePress(as<xcb_key_press_event_t>(event));
             return;
         case XCB_KEY_RELEASE:
-            if (as<xcb_key_release_event_t>(event).event == window)
+            if (as<xcb_key_release_event_t>(event).event == id_)
                 keysDown_.reset(as<xcb_key_release_event_t>(event).detail);
             return;
         case XCB_KEYMAP_NOTIFY: takeKeysDown(as<xcb_keymap_notify_event_t>(event)); return;
         case XCB_FOCUS_IN:
         case XCB_FOCUS_OUT:
-            if (as<xcb_focus_in_event_t>(event).event == window)
+            if (as<xcb_focus_in_event_t>(event).event == id_)
                 handleFocus(as<xcb_focus_in_event_t>(event), eventType(event) == XCB_FOCUS_IN);
             return;
         case XCB_MAP_NOTIFY:
-            if (as<xcb_map_notify_event_t>(event).window == window)
-                window_->activate(services_.windowManager.isAlive(queryDeadline()), lastTime_);
+            if (as<xcb_map_notify_event_t>(event).window == id_) activate();
             return;
         case XCB_UNMAP_NOTIFY:
-            if (as<xcb_unmap_notify_event_t>(event).window == window)
+            if (as<xcb_unmap_notify_event_t>(event).window == id_)
                 lookSoon(looksWhetherShown_, &X11RecorderPanel::lookWhetherShown);
             return;
         case XCB_DESTROY_NOTIFY:
-            if (as<xcb_destroy_notify_event_t>(event).window == window) endByUser();
+            if (as<xcb_destroy_notify_event_t>(event).window == id_) endByUser();
             return;
         case XCB_PROPERTY_NOTIFY: handleProperty(as<xcb_property_notify_event_t>(event)); return;
         default: return;
@@ -129,16 +127,8 @@ void X11RecorderPanel::handleFocus(const xcb_focus_in_event_t& change, bool isIn
         lookSoon(looksAtFocus_, &X11RecorderPanel::lookAtFocus);
 }
 
-void X11RecorderPanel::handleMessage(const xcb_client_message_event_t& message) {
-    const X11Atoms& atoms = services_.atoms;
-    if (message.window != window_->id() || message.type != atoms[X11AtomName::wmProtocols] || message.format != 32)
-        return;
-    if (message.data.data32[0] == atoms[X11AtomName::netWMPing]) window_->answerPing(message);
-    if (message.data.data32[0] == atoms[X11AtomName::wmDeleteWindow]) endByUser();
-}
-
 void X11RecorderPanel::handleProperty(const xcb_property_notify_event_t& change) {
-    if (change.window == window_->id()) lastTime_ = change.time;
+    if (change.window == id_) lastTime_ = change.time;
     const bool concernsDesktop = change.atom == services_.atoms[X11AtomName::netActiveWindow] ||
                                  change.atom == services_.atoms[X11AtomName::netCurrentDesktop];
     if (change.window == connection_.root() && concernsDesktop)
@@ -188,6 +178,15 @@ const X11KeyTranslator* X11RecorderPanel::translator() {
         }
     }
     return translator_ ? &*translator_ : nullptr;
+}
+
+/// As on the user's behalf; without a window manager it takes the focus itself.
+void X11RecorderPanel::activate() {
+    if (services_.windowManager.isAlive(queryDeadline()))
+        activateWindow(connection_, id_, lastTime_);
+    else
+        xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, id_, XCB_CURRENT_TIME);
+    connection_.flush();
 }
 
 /// In a turn of its own, when whatever was given up for the recording is free. A keyboard that cannot be read is left to
@@ -243,10 +242,10 @@ void X11RecorderPanel::lookAtDesktop() {
     const auto active = number(X11AtomName::netActiveWindow, XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     const auto desktop = number(X11AtomName::netCurrentDesktop, XCB_ATOM_CARDINAL);
     const bool isOtherDesktop = firstDesktop_ && desktop && *desktop != *firstDesktop_;
-    const bool isOtherActive = wasActive_ && active != XCB_WINDOW_NONE && active != window_->id();
+    const bool isOtherActive = wasActive_ && active != XCB_WINDOW_NONE && active != id_;
     if (isOtherDesktop || isOtherActive) {
         resignKey();
-    } else if (active == window_->id()) {
+    } else if (active == id_) {
         wasActive_ = true;
         becomeKey();
     }
@@ -256,13 +255,13 @@ void X11RecorderPanel::lookAtDesktop() {
 void X11RecorderPanel::lookAtFocus() {
     const auto focus =
         connection_.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(connection_.raw()), queryDeadline());
-    if (!focus || (*focus)->focus != window_->id()) resignKey();
+    if (!focus || (*focus)->focus != id_) resignKey();
 }
 
 /// A window manager that starts or ends takes windows off the screen for a moment; one that was destroyed is gone.
 void X11RecorderPanel::lookWhetherShown() {
     const auto attributes = connection_.reply<xcb_get_window_attributes_reply_t>(
-        xcb_get_window_attributes(connection_.raw(), window_->id()), queryDeadline());
+        xcb_get_window_attributes(connection_.raw(), id_), queryDeadline());
     if (attributes && (*attributes)->map_state != XCB_MAP_STATE_UNMAPPED) return;
     const bool isGone = !attributes && attributes.error() == X11Failure::error;
     if (isGone)

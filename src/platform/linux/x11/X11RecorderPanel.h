@@ -4,14 +4,12 @@
 #include "platform/Logger.h"
 #include "platform/RecorderPanelHost.h"
 #include "platform/RunLoop.h"
-#include "platform/linux/RecorderPicture.h"
 #include "platform/linux/SessionLock.h"
 #include "platform/linux/x11/X11Atoms.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11KeyTranslator.h"
 #include "platform/linux/x11/X11Keyboard.h"
 #include "platform/linux/x11/X11KeyboardGrab.h"
-#include "platform/linux/x11/X11RecorderWindow.h"
 #include "platform/linux/x11/X11WindowManager.h"
 
 #include <bitset>
@@ -31,23 +29,22 @@ struct X11RecorderServices {
     X11WindowManager& windowManager;
     SessionLock& sessionLock;
     Logger logger;
-    RecorderPainter painter;
+    /// Returns when the X server has done all that the views have asked of it on their own connection.
+    std::function<void()> synchroniseViews;
 };
 
-/// One recorder panel, on screen from its making to its end. It is the key window from when it has the focus or is
-/// active until it loses that, the desktop changes, it is taken off the screen or the session is locked; then it never
-/// is again. All that it tells is told in later turns, and nothing after its end. Main thread only.
+/// One recorder panel, on screen from its making to its end. Its window belongs to the views, on another connection;
+/// the keyboard is taken for it here. It is the key window from when it has the focus or is active until it loses that,
+/// the desktop changes, it is taken off the screen or the session is locked; then it never is again. All that it tells is
+/// told in later turns, and nothing after its end. Main thread only.
 class X11RecorderPanel {
 public:
-    /// `area` is where to centre it, in root coordinates.
-    X11RecorderPanel(X11RecorderServices& services, const Rect& area, const RecorderPanelContent& content,
+    X11RecorderPanel(X11RecorderServices& services, std::unique_ptr<RecorderPanelWindow> window,
                      RecorderPanelEvents events);
     ~X11RecorderPanel();
 
     X11RecorderPanel(const X11RecorderPanel&) = delete;
     X11RecorderPanel& operator=(const X11RecorderPanel&) = delete;
-
-    void update(const RecorderPanelContent& content);
 
 private:
     using What = std::function<void(const RecorderPanelEvents&)>;
@@ -55,13 +52,13 @@ private:
     void handle(const xcb_generic_event_t& event);
     void handleOfWindow(const xcb_generic_event_t& event);
     void handleFocus(const xcb_focus_in_event_t& change, bool isIn);
-    void handleMessage(const xcb_client_message_event_t& message);
     void handleProperty(const xcb_property_notify_event_t& change);
     void handlePress(const xcb_key_press_event_t& press);
     void handleModifiers(std::uint32_t mask);
     void takeKeysDown(const xcb_keymap_notify_event_t& keymap);
     [[nodiscard]] const X11KeyTranslator* translator();
 
+    void activate();
     void becomeKey();
     void sayThatItIsNotKey();
     void resignKey();
@@ -75,7 +72,8 @@ private:
     X11RecorderServices& services_;
     X11Connection& connection_;
     std::shared_ptr<RecorderPanelEvents> events_;  // what is on its way to them dies with the panel
-    std::unique_ptr<X11RecorderWindow> window_;    // null when the user has closed it
+    std::unique_ptr<RecorderPanelWindow> window_;  // null when the user has closed it
+    xcb_window_t id_;
     X11KeyboardGrab grab_;
     std::optional<X11KeyTranslator> translator_;
     bool translatorIsCurrent_ = false;

@@ -13,7 +13,7 @@ constexpr std::uint32_t fromPager = 2;
 
 }  // namespace
 
-void activateWindow(X11Connection& connection, xcb_window_t window) {
+void activateWindow(X11Connection& connection, xcb_window_t window, xcb_timestamp_t time) {
     const auto deadline = std::chrono::steady_clock::now() + X11Connection::startTimeout;
     const auto asked = xcb_intern_atom(connection.raw(), 1, static_cast<std::uint16_t>(message.size()), message.data());
     const auto type = connection.reply<xcb_intern_atom_reply_t>(asked, deadline);
@@ -23,7 +23,7 @@ void activateWindow(X11Connection& connection, xcb_window_t window) {
                                            .sequence = 0,
                                            .window = window,
                                            .type = (*type)->atom,
-                                           .data = {.data32 = {fromPager, XCB_CURRENT_TIME, 0, 0, 0}}};
+                                           .data = {.data32 = {fromPager, time, 0, 0, 0}}};
     xcb_send_event(connection.raw(), 0, connection.root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&event));
