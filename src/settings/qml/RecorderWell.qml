@@ -31,7 +31,7 @@ Rectangle {
         Rectangle {
             visible: !root.model.isCaptured
             width: BrandTheme.scaled(40)
-            height: Math.max(40, width)
+            height: width
             radius: BrandTheme.controlRadius
             color: BrandTheme.cream
             border.width: 1

@@ -13,7 +13,7 @@ Rectangle {
     readonly property int lip: root.isLarge ? 3 : 2
 
     implicitWidth: Math.max(BrandTheme.scaled(root.smallest), Math.ceil(label.implicitWidth) + (root.isLarge ? 18 : 8))
-    implicitHeight: Math.max(root.smallest, label.implicitHeight + 4)
+    implicitHeight: Math.max(BrandTheme.scaled(root.smallest), label.implicitHeight + 4)
     radius: root.isLarge ? BrandTheme.controlRadius : BrandTheme.capRadius
     color: BrandTheme.line
     Accessible.ignored: true
