@@ -60,10 +60,12 @@ public:
     [[nodiscard]] virtual std::optional<ApplicationIcon> icon(const std::filesystem::path& location) = 0;
 
     /// The bundle identifier of the application at this location (`NSBundle.bundleIdentifier`), the same that
-    /// `frontmostApplication` tells while it runs. Absent when there is no application or it has no identifier.
+    /// `frontmostApplication` tells while it runs. Absent when there is no application, it has no identifier, or its windows
+    /// are another application's, such as a terminal's.
     [[nodiscard]] virtual std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) = 0;
 
-    /// The applications that the desktop offers its user, in no order; without those that it keeps from its menus.
+    /// The applications with windows of their own that the desktop offers its user, in no order; without those that it
+    /// keeps from its menus.
     [[nodiscard]] virtual std::vector<InstalledApplication> installedApplications() = 0;
 
 protected:

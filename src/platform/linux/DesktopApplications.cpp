@@ -41,7 +41,7 @@ std::optional<ApplicationIcon> DesktopApplications::icon(const fs::path& locatio
 
 std::optional<std::string> DesktopApplications::identifier(const fs::path& location) {
     const auto entry = entries_.inFile(location);
-    if (!entry) return std::nullopt;
+    if (!entry || entry->runsInTerminal) return std::nullopt;
     std::string found = entries_.covers(location) ? entry->id : identifierOfEntryElsewhere(*entry, entries_);
     return isApplicationIdentifier(found) ? std::optional(std::move(found)) : std::nullopt;
 }

@@ -16,7 +16,7 @@ class DesktopApplications {
 public:
     explicit DesktopApplications(DesktopEntries entries) : entries_(std::move(entries)) {}
 
-    /// As in `Workspace`.
+    /// As in `Workspace`. What runs in a terminal has no windows of its own.
     [[nodiscard]] std::optional<std::filesystem::path> withIdentifier(std::string_view identifier);
     [[nodiscard]] std::string displayName(const std::filesystem::path& location) const;
     [[nodiscard]] std::optional<ApplicationIcon> icon(const std::filesystem::path& location) const;

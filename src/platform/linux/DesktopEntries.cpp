@@ -108,6 +108,7 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string id, std::string_view t
                      .onlyIn = namesIn(value("OnlyShowIn")),
                      .notIn = namesIn(value("NotShowIn")),
                      .neededProgram = value("TryExec").transform(unescapedValue)};
+    entry.runsInTerminal = value("Terminal") == "true";
     return entry;
 }
 
@@ -161,13 +162,17 @@ void DesktopEntries::readEntry(const fs::path& folder, const fs::path& path) {
     entries_.emplace(id, std::move(*entry));
 }
 
+bool DesktopEntries::canBeChosen(const DesktopEntry& entry) const {
+    return isListedIn(entry.listing, desktops_) && !entry.runsInTerminal;
+}
+
 template <typename Matches>
 const DesktopEntry* DesktopEntries::find(const Matches& matches) {
     refresh();
     const DesktopEntry* unlisted = nullptr;
     for (const auto& [id, entry] : entries_) {
         if (!matches(entry)) continue;
-        if (isListedIn(entry.listing, desktops_)) return &entry;
+        if (canBeChosen(entry)) return &entry;
         if (unlisted == nullptr) unlisted = &entry;
     }
     return unlisted;
@@ -204,7 +209,7 @@ std::vector<DesktopEntry> DesktopEntries::listed() {
     refresh();
     std::vector<DesktopEntry> found;
     for (const auto& [id, entry] : entries_) {
-        if (isListedIn(entry.listing, desktops_) && isThere(entry.listing.neededProgram)) found.push_back(entry);
+        if (canBeChosen(entry) && isThere(entry.listing.neededProgram)) found.push_back(entry);
     }
     return found;
 }

@@ -37,6 +37,8 @@ struct DesktopEntry {
     DesktopEntryListing listing = {};
     /// Where the entry was read; empty for a text from elsewhere.
     std::filesystem::path path = {};
+    /// Whether it has no window of its own but runs in one of a terminal, which is another application.
+    bool runsInTerminal = false;
 
     bool operator==(const DesktopEntry&) const = default;
 };
@@ -53,8 +55,8 @@ struct DesktopEntry {
 /// The desktop entries of the session: those of the user first, then those of the system. Of entries with the same
 /// id the first counts. The folders are looked through at first use and again when one of them changed.
 ///
-/// Where a look-up fits several entries, one that the desktop's menus list comes before one that they do not: what the
-/// user can choose is what windows are said to belong to.
+/// Where a look-up fits several entries, one that the desktop's menus list comes before one that they do not, or that runs
+/// in a terminal: what the user can choose is what windows are said to belong to.
 class DesktopEntries {
 public:
     /// `folders` are data folders (with an "applications" folder inside), the most important first. `desktops` are the
@@ -74,7 +76,8 @@ public:
     /// The entry that starts this program.
     [[nodiscard]] const DesktopEntry* byExecutable(std::string_view executable);
 
-    /// The entries that the desktop's menus list, in the order of their ids; without those whose program is missing.
+    /// The entries that the desktop's menus list, in the order of their ids; without those whose program is missing and
+    /// those that run in a terminal.
     [[nodiscard]] std::vector<DesktopEntry> listed();
 
     /// The entry in this file, wherever it is; absent when there is none of an application. Its id is that of the index
@@ -89,6 +92,7 @@ private:
 
     void refresh();
     [[nodiscard]] bool isCurrent() const;
+    [[nodiscard]] bool canBeChosen(const DesktopEntry& entry) const;
     void readFolder(const std::filesystem::path& folder);
     void readEntry(const std::filesystem::path& folder, const std::filesystem::path& path);
     [[nodiscard]] std::optional<std::string> idOf(const std::filesystem::path& file) const;

@@ -81,6 +81,23 @@ TEST_F(DesktopApplicationsTest, HaveNoIdentifierThatIsNoneOrThatNoWindowHas) {
                 ElementsAre(Field(&InstalledApplication::bundleIdentifier, std::string(200, 'a'))));
 }
 
+TEST_F(DesktopApplicationsTest, WithoutAWindowOfTheirOwnCannotBeChosen) {
+    const fs::path location = install("monitor.desktop", "Name=Monitor\nTerminal=true\n");
+
+    EXPECT_EQ(applications.identifier(location), std::nullopt);
+    EXPECT_THAT(applications.listed(), testing::IsEmpty());
+    EXPECT_EQ(applications.withIdentifier("monitor"), location) << "it may have been ignored in another way";
+    EXPECT_EQ(applications.displayName(location), "Monitor");
+}
+
+TEST_F(DesktopApplicationsTest, OwnTheWindowsOfAProgramThatAlsoRunsInATerminal) {
+    install("editor-in-terminal.desktop", "Exec=/usr/bin/example-edit --terminal\nTerminal=true\n");
+    install("org.example.Editor.desktop", "Exec=/usr/bin/example-edit\nTerminal=false\n");
+    DesktopEntries entries({folder.path() / "data"}, {});
+
+    EXPECT_EQ(entries.byExecutable("example-edit")->id, "org.example.Editor");
+}
+
 TEST_F(DesktopApplicationsTest, AreListedWithWhatTheUserSees) {
     const fs::path editor = install("org.example.Editor.desktop", "Name=Editor\nIcon=editor\n");
     const fs::path other = install("org.example.editor.desktop", "");
