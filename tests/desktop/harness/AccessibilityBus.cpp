@@ -18,6 +18,7 @@ namespace {
 const QString accessible = QStringLiteral("org.a11y.atspi.Accessible");
 const QString action = QStringLiteral("org.a11y.atspi.Action");
 const QString component = QStringLiteral("org.a11y.atspi.Component");
+const QString editableText = QStringLiteral("org.a11y.atspi.EditableText");
 const QString valueInterface = QStringLiteral("org.a11y.atspi.Value");
 const QString registry = QStringLiteral("org.a11y.atspi.Registry");
 const QString root = QStringLiteral("/org/a11y/atspi/accessible/root");
@@ -217,6 +218,14 @@ bool AccessibilityBus::press(const AccessibleObject& object) {
     const auto press = std::ranges::find(object.actions, "Press");
     const auto index = press == object.actions.end() ? 0 : static_cast<int>(press - object.actions.begin());
     return connection_->ask({qt(object.service), qt(object.path)}, action, QStringLiteral("DoAction"), {index})
+        .value(0)
+        .toBool();
+}
+
+bool AccessibilityBus::write(const AccessibleObject& object, std::string_view text) {
+    return connection_
+        ->ask({qt(object.service), qt(object.path)}, editableText, QStringLiteral("SetTextContents"),
+              {QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))})
         .value(0)
         .toBool();
 }

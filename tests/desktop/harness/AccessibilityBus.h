@@ -79,6 +79,8 @@ public:
 
     /// Presses it, or does the first thing that can be done with it; false when it refuses.
     bool press(const AccessibleObject& object);
+    /// Writes the text in place of what is in a field; false when it refuses.
+    bool write(const AccessibleObject& object, std::string_view text);
     bool setValue(const AccessibleObject& object, double value);
     /// Gives it the keyboard.
     bool focus(const AccessibleObject& object);

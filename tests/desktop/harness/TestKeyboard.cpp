@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 #include <xcb/xtest.h>
 
+#include <array>
 #include <ranges>
+#include <stdexcept>
 #include <utility>
 
 namespace velmorand::desktop {
@@ -13,6 +15,23 @@ namespace {
 void send(XConnection& connection, std::uint8_t event, Key key) {
     xcb_test_fake_input(connection.raw(), event, static_cast<std::uint8_t>(key), XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0,
                         0, 0);
+}
+
+struct KeyRow {
+    std::uint8_t first;
+    std::string_view characters;
+};
+
+/// The keyboard by its rows, whose keys count up from the left.
+constexpr std::array<KeyRow, 5> keyRows{
+    {{10, "1234567890-"}, {24, "qwertyuiop"}, {38, "asdfghjkl"}, {52, "zxcvbnm,./"}, {65, " "}}};
+
+Key keyOf(char character) {
+    for (const KeyRow& row : keyRows) {
+        const auto place = row.characters.find(character);
+        if (place != std::string_view::npos) return static_cast<Key>(row.first + place);
+    }
+    throw std::invalid_argument(fmt::format("no key for '{}'", character));
 }
 
 }  // namespace
@@ -41,6 +60,10 @@ void TestKeyboard::press(std::span<const Key> modifiers, Key key) {
     std::vector<Key> keys(modifiers.begin(), modifiers.end());
     keys.push_back(key);
     const HeldKey pressed(observer_.connection(), std::move(keys));
+}
+
+void TestKeyboard::type(std::string_view text) {
+    for (const char character : text) press(keyOf(character));
 }
 
 HeldKey TestKeyboard::hold(std::initializer_list<Key> modifiers, Key key) {

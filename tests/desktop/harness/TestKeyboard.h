@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 #include <span>
+#include <string_view>
 
 namespace velmorand::desktop {
 
@@ -20,6 +21,8 @@ enum class Key : std::uint8_t {
     digit8 = 17,
     digit9 = 18,
     digit0 = 19,
+    minus = 20,
+    backspace = 22,
     tab = 23,
     q = 24,
     w = 25,
@@ -52,6 +55,8 @@ enum class Key : std::uint8_t {
     b = 56,
     n = 57,
     m = 58,
+    period = 60,
+    slash = 61,
     leftAlt = 64,
     space = 65,
     capsLock = 66,
@@ -70,10 +75,14 @@ enum class Key : std::uint8_t {
     f11 = 95,
     f12 = 96,
     rightAlt = 108,
+    home = 110,
     up = 111,
+    pageUp = 112,
     left = 113,
     right = 114,
+    end = 115,
     down = 116,
+    pageDown = 117,
     leftSuper = 133,
     rightSuper = 134,
     menu = 135,
@@ -107,6 +116,8 @@ public:
         press(std::span<const Key>(modifiers.begin(), modifiers.size()), key);
     }
     void press(Key key) { press({}, key); }
+    /// Presses the keys on which a US layout has these characters: small letters, digits, spaces and "-./".
+    void type(std::string_view text);
 
     /// The same without the releases, which come with the end of the returned object.
     [[nodiscard]] HeldKey hold(std::initializer_list<Key> modifiers, Key key);
