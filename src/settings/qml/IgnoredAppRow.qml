@@ -46,6 +46,7 @@ Item {
 
         Txt {
             width: parent.width
+            horizontalAlignment: Text.AlignLeft
             role: BrandTheme.strong
             text: root.name
             elide: Text.ElideRight
@@ -53,6 +54,7 @@ Item {
 
         Txt {
             width: parent.width
+            horizontalAlignment: Text.AlignLeft
             role: BrandTheme.caption
             text: root.bundleIdentifier
             elide: Text.ElideMiddle
@@ -65,7 +67,9 @@ Item {
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         text: qsTr("Remove")
-        Accessible.description: root.name
+        // One of a list of buttons that a screen reader makes.
+        Accessible.name: qsTr("Remove %1").arg(root.name)
+        Accessible.description: root.bundleIdentifier
         onClicked: root.removed()
     }
 }

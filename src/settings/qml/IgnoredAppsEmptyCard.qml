@@ -8,6 +8,8 @@ SettingsCard {
     /// The user wants to choose applications.
     signal addRequested
 
+    readonly property bool hasKeyboard: addButton.activeFocus
+
     Item {
         width: parent.width
         height: Math.max(240, column.height)
@@ -58,6 +60,8 @@ SettingsCard {
             }
 
             BrandButton {
+                id: addButton
+
                 anchors.horizontalCenter: parent.horizontalCenter
                 kind: BrandButton.Prominent
                 text: qsTr("Add Your First App...")

@@ -26,6 +26,20 @@ Column {
         root.apps.remove(row.bundleIdentifier);
     }
 
+    /// Goes from row to row where the list has the keyboard.
+    function move(event: KeyEvent, index: int) {
+        const targets = {
+            [Qt.Key_Up]: index - 1,
+            [Qt.Key_Down]: index + 1,
+            [Qt.Key_Home]: 0,
+            [Qt.Key_End]: rows.count - 1
+        };
+        const target = event.key in targets ? rows.itemAt(targets[event.key]) as IgnoredAppRow : null;
+        event.accepted = target !== null;
+        if (target)
+            target.takeKeyboard();
+    }
+
     PaneHeader {
         width: parent.width
         bottomPadding: 8
@@ -42,8 +56,15 @@ Column {
     }
 
     IgnoredAppsEmptyCard {
+        id: emptyCard
+
         width: parent.width
         visible: root.apps.count === 0
+        // The keyboard does not stay at what is gone.
+        onVisibleChanged: {
+            if (!emptyCard.visible && emptyCard.hasKeyboard)
+                addButton.forceActiveFocus(Qt.TabFocusReason);
+        }
         onAddRequested: root.apps.addApplications()
     }
 
@@ -67,6 +88,7 @@ Column {
 
                 width: parent?.width ?? 0
                 isFirst: row.index === 0
+                Keys.onPressed: event => root.move(event, row.index)
                 onRemoved: root.remove(row, row.index)
             }
         }
