@@ -1,10 +1,10 @@
 #include "settings/InstalledApplicationsModel.h"
 
 #include "settings/ApplicationIconSource.h"
+#include "settings/NameCollator.h"
 #include "settings/QtText.h"
 #include "settings/SearchKey.h"
 
-#include <QCollator>
 #include <QStringList>
 #include <algorithm>
 #include <utility>
@@ -32,7 +32,7 @@ void InstalledApplicationsModel::setApplications(const std::vector<InstalledAppl
     Q_EMIT chosenCountChanged();
 }
 
-void InstalledApplicationsModel::choose(const InstalledApplication& application) {
+int InstalledApplicationsModel::choose(const InstalledApplication& application) {
     beginResetModel();
     const QString identifier = toQString(application.bundleIdentifier);
     auto entry = std::ranges::find(entries_, identifier, &Entry::identifier);
@@ -45,13 +45,12 @@ void InstalledApplicationsModel::choose(const InstalledApplication& application)
     Q_EMIT searchTextChanged();
     Q_EMIT countChanged();
     Q_EMIT chosenCountChanged();
+    return static_cast<int>(std::ranges::find(entries_, identifier, &Entry::identifier) - entries_.begin());
 }
 
 /// Applications of the same name stay in the order of their identifiers.
 void InstalledApplicationsModel::sort() {
-    QCollator collator;
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    collator.setNumericMode(true);
+    const QCollator collator = nameCollator();
     std::ranges::sort(entries_, [&](const Entry& first, const Entry& second) {
         const int order = collator.compare(first.name, second.name);
         return order != 0 ? order < 0 : first.application.bundleIdentifier < second.application.bundleIdentifier;

@@ -32,8 +32,8 @@ public:
     /// Takes these applications, none of them chosen, and forgets the search.
     void setApplications(const std::vector<InstalledApplication>& applications, bool allowsSeveral);
 
-    /// Chooses the application, which is added if none with its identifier is there, and shows it.
-    void choose(const InstalledApplication& application);
+    /// Chooses the application, which is added if none with its identifier is there, and shows it. Its row.
+    int choose(const InstalledApplication& application);
 
     /// Everything that is chosen, in the order of the list.
     [[nodiscard]] std::vector<std::filesystem::path> chosenLocations() const;

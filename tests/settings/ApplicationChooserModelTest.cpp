@@ -6,14 +6,11 @@
 
 #include <gmock/gmock.h>
 
-#include <QDir>
-
 namespace velmorand {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::SizeIs;
 
 using Answer = std::optional<std::vector<std::filesystem::path>>;
 
@@ -56,8 +53,8 @@ protected:
     void install(const std::string& name) {
         platform.workspace().applications().install("/Applications/" + name, {"org.example." + name, name});
     }
-    void open(const std::filesystem::path& startingFolder = "/") {
-        model->choose({.message = "Choose", .startingFolder = startingFolder, .allowsSeveral = true},
+    void open() {
+        model->choose({.message = "Choose", .allowsSeveral = true},
                       [this](Answer answer) { answers.push_back(std::move(answer)); });
     }
     void settle() { platform.runLoop().runPending(); }
@@ -101,42 +98,31 @@ TEST_F(ApplicationChooserModelTest, ConfirmsNothingWhileNothingIsChosen) {
     EXPECT_THAT(answers, IsEmpty());
 }
 
-TEST_F(ApplicationChooserModelTest, BeginsInTheWantedFolderOrElseAtHome) {
-    open("/usr");
-    EXPECT_EQ(model->startingFolder(), QUrl::fromLocalFile("/usr"));
-    model->cancel();
-
-    open("/nowhere/at/all");
-    EXPECT_EQ(model->startingFolder(), QUrl::fromLocalFile(QDir::homePath()));
-}
-
-TEST_F(ApplicationChooserModelTest, TakesAnApplicationFromElsewhere) {
+TEST_F(ApplicationChooserModelTest, TheReturnKeyChoosesARowWhileNothingIsChosenAndThenConfirms) {
     install("Editor");
-    platform.workspace().applications().install("/home/Own App", {"org.example.Own", "Own", {}, false});
+    install("Viewer");
     open();
 
-    model->addOther(QUrl::fromLocalFile("/home/Own App"));
-    EXPECT_EQ(model->otherProblem(), "");
+    model->accept(1);
+    settle();
+    EXPECT_THAT(answers, IsEmpty());
     EXPECT_EQ(model->applications()->chosenCount(), 1);
-    model->confirm();
+
+    model->accept(0);
+    settle();
+    EXPECT_THAT(answers, ElementsAre(Answer({"/Applications/Viewer"})));
+}
+
+TEST_F(ApplicationChooserModelTest, TheReturnKeyDoesNothingAtNoRow) {
+    install("Editor");
+    open();
+
+    model->accept(-1);
+    model->accept(7);
     settle();
 
-    EXPECT_THAT(answers, ElementsAre(Answer({"/home/Own App"})));
-}
-
-TEST_F(ApplicationChooserModelTest, SaysWhatIsNoApplication) {
-    open();
-
-    model->addOther(QUrl::fromLocalFile("/home/text.txt"));
-    EXPECT_EQ(model->otherProblem(), "“text.txt” is not an application.");
-    EXPECT_EQ(model->applications()->count(), 0);
-
-    model->addOther(QUrl("https://example.org/app.desktop"));
-    EXPECT_EQ(model->otherProblem(), "“app.desktop” is not an application.");
-
-    model->cancel();
-    open();
-    EXPECT_EQ(model->otherProblem(), "");
+    EXPECT_TRUE(model->isOpen());
+    EXPECT_EQ(model->applications()->chosenCount(), 0);
 }
 
 TEST_F(ApplicationChooserModelTest, TellsNobodyOnceItIsGone) {

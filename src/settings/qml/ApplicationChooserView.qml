@@ -10,15 +10,22 @@ T.Dialog {
 
     required property ApplicationChooserModel model
 
+    /// What had the keyboard before, and gets it back in the way it had got it.
+    property T.Control opener: null
+
     anchors.centerIn: T.Overlay.overlay
     width: Math.min(520, (root.parent?.width ?? 0) - 2 * BrandTheme.panePadding)
     height: (root.parent?.height ?? 0) - 2 * BrandTheme.panePadding
     padding: BrandTheme.panePadding
     modal: true
     focus: true
-    closePolicy: T.Popup.CloseOnEscape
+    closePolicy: T.Popup.NoAutoClose
     title: root.model.message
-    onClosed: root.model.cancel()
+    onAboutToShow: root.opener = root.parent?.Window.activeFocusItem as T.Control
+    onClosed: {
+        root.model.cancel();
+        root.opener?.forceActiveFocus(root.opener.focusReason);
+    }
 
     T.Overlay.modal: Rectangle {
         color: BrandTheme.cream

@@ -12,23 +12,26 @@ Item {
     /// Whether it has the keyboard, and got it from there.
     readonly property bool visualFocus: root.activeFocus && !root.isFocusedByPointer
 
+    /// Whether the return key presses it; else the key is for what it stands in.
+    property bool takesReturn: true
+
     property bool isHeldByKey: false
     property bool isFocusedByPointer: false
 
     signal clicked
 
+    function pressByReturn(event: KeyEvent) {
+        event.accepted = root.takesReturn;
+        if (root.takesReturn && !event.isAutoRepeat)
+            root.clicked();
+    }
+
     activeFocusOnTab: true
     Accessible.name: root.text
     Accessible.focusable: true
     Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: event => {
-        if (!event.isAutoRepeat)
-            root.clicked();
-    }
-    Keys.onEnterPressed: event => {
-        if (!event.isAutoRepeat)
-            root.clicked();
-    }
+    Keys.onReturnPressed: event => root.pressByReturn(event)
+    Keys.onEnterPressed: event => root.pressByReturn(event)
     Keys.onSpacePressed: event => {
         root.isFocusedByPointer = false;
         root.isHeldByKey = true;

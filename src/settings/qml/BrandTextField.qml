@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Velmorand.Settings
 
-/// One line to write what is looked for.
+/// One line to write in.
 T.TextField {
     id: root
 
@@ -23,7 +23,6 @@ T.TextField {
     placeholderText: root.title
     Accessible.role: Accessible.EditableText
     Accessible.name: root.title
-    Accessible.searchEdit: true
 
     FontMetrics {
         id: metrics
