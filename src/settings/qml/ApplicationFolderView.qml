@@ -46,6 +46,7 @@ FocusScope {
         id: path
 
         width: upButton.x - BrandTheme.symbolSpacing
+        height: Math.max(path.implicitHeight, upButton.implicitHeight)
         title: qsTr("Folder or file")
         Keys.onDownPressed: list.take(list.currentIndex)
         Keys.onReturnPressed: event => root.go(event)

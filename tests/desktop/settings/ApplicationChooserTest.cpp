@@ -122,8 +122,9 @@ TEST_F(ApplicationChooserTest, GivesTheKeyboardBackAlsoWhereTheButtonIsGone) {
 
 TEST_F(ApplicationChooserTest, EscapeLeavesItWithoutAChoice) {
     ASSERT_NO_FATAL_FAILURE(openChooserWithTwo());
-    press("check box", "Editor");
+    click("check box", "Editor");
     EXPECT_TRUE(becomesChecked("Editor", true));
+    click("heading", question);  // nothing that takes the keyboard
 
     keyboard().press(Key::escape);
 
