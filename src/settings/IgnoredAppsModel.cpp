@@ -43,8 +43,10 @@ void IgnoredAppsModel::addApplications() {
                                });
 }
 
-void IgnoredAppsModel::remove(const QString& bundleIdentifier) {
-    preferencesStore_->removeIgnoredApp(bundleIdentifier.toStdString());
+/// By the row: a view's text is not every identifier as it is stored.
+void IgnoredAppsModel::remove(int row) {
+    if (row < 0 || row >= count()) return;
+    preferencesStore_->removeIgnoredApp(std::string(rows_[static_cast<std::size_t>(row)].bundleID));
 }
 
 void IgnoredAppsModel::refresh() {

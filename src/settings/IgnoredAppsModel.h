@@ -39,8 +39,8 @@ public:
 
     /// Lets the user choose applications, which are ignored from then on.
     Q_INVOKABLE void addApplications();
-    /// Takes this identifier from the list.
-    Q_INVOKABLE void remove(const QString& bundleIdentifier);
+    /// Takes the identifier of this row from the list.
+    Q_INVOKABLE void remove(int row);
     /// Looks again for the applications, which may have come or gone.
     Q_INVOKABLE void refresh();
 

@@ -97,18 +97,27 @@ TEST_F(IgnoredAppsModelTest, RemovesARow) {
     ignore({"a", "b", "B"});
     told.clear();
 
-    model->remove("b");
+    model->remove(2);
 
     EXPECT_THAT(identifiers(), ElementsAre("B", "a"));
     EXPECT_THAT(preferencesStore->current().ignoredApps, ElementsAre("a", "B"));
     EXPECT_THAT(told, ElementsAre("removed 2", "count 2"));
 }
 
+TEST_F(IgnoredAppsModelTest, RemovesWhatAViewShowsLikeAnotherOne) {
+    ignore({"\uFEFFapp.example.Mail", "app.example.Mail"});
+
+    model->remove(1);
+
+    EXPECT_THAT(preferencesStore->current().ignoredApps, ElementsAre("app.example.Mail"));
+}
+
 TEST_F(IgnoredAppsModelTest, RemovesWhatIsNotThereWithoutAnotherWord) {
     ignore({"a"});
     told.clear();
 
-    model->remove("other");
+    model->remove(1);
+    model->remove(-1);
 
     EXPECT_THAT(identifiers(), ElementsAre("a"));
     EXPECT_THAT(told, IsEmpty());
@@ -148,7 +157,7 @@ TEST_F(IgnoredAppsModelTest, ShowsAnApplicationThatIsGoneByItsIdentifierOnceItLo
     EXPECT_THAT(told, ElementsAre("changed 0"));
     model->refresh();
     EXPECT_THAT(told, ElementsAre("changed 0"));
-    model->remove("org.example.Editor");
+    model->remove(0);
     EXPECT_EQ(model->count(), 0);
 }
 

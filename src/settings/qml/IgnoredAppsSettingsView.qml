@@ -23,7 +23,7 @@ Column {
             else
                 addButton.forceActiveFocus(Qt.TabFocusReason);
         }
-        root.apps.remove(row.bundleIdentifier);
+        root.apps.remove(index);
     }
 
     /// Goes from row to row where the list has the keyboard.
