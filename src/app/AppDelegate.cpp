@@ -80,9 +80,10 @@ void AppDelegate::applicationDidFinishLaunching() {
     menuBarController_->install();
 }
 
+/// A recording that runs ends with the delegate. Where the toolkit ends the process, what draws the windows is gone
+/// already, and nothing may be told to it any more.
 void AppDelegate::applicationWillTerminate() {
     shortcutManager_->stop();
-    shortcutRecorderPanel_->cancel();
     preferencesStore_->savePending();
     settingsWindowController_->savePending();
 }

@@ -156,10 +156,11 @@ TEST_F(AppDelegateTest, TerminatingDuringARecordingRegistersNothingAgain) {
     delegate->shortcutRecorderPanel().open(WindowAction::leftHalf, nullptr);
 
     delegate->applicationWillTerminate();
-    EXPECT_FALSE(platform.recorderPanelHost().isShown());
+    EXPECT_EQ(service().registrationCount(), 0U);
     delegate.reset();
 
     EXPECT_EQ(service().registrationCount(), 0U);
+    EXPECT_FALSE(platform.recorderPanelHost().isShown());
 }
 
 TEST_F(AppDelegateTest, ProblemsOfShortcutsAreToldTheUser) {
