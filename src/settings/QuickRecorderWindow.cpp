@@ -2,25 +2,20 @@
 
 #include "settings/QtText.h"
 #include "settings/ShortcutRecorderViewModel.h"
+#include "settings/WindowFrame.h"
 #include "shortcuts/ShortcutRecorderModel.h"
 
 #include <QEvent>
+#include <QQmlError>
 #include <QQuickItem>
 #include <QQuickView>
-#include <QScreen>
-#include <algorithm>
 #include <utility>
 
 namespace velmorand {
 namespace {
 
-/// In the middle of the window, and on its display.
-QPoint placeOver(const QWindow& window, const QSize& size) {
-    const QRect free = window.screen()->availableGeometry();
-    const QPoint middle = window.geometry().center() - QPoint(size.width() / 2, size.height() / 2);
-    return {std::clamp(middle.x(), free.left(), std::max(free.left(), free.right() - size.width())),
-            std::clamp(middle.y(), free.top(), std::max(free.top(), free.bottom() - size.height()))};
-}
+/// What window managers draw around a dialog, as a guess until they have.
+constexpr QMargins usualDecorations{1, 40, 1, 1};
 
 }  // namespace
 
@@ -38,7 +33,9 @@ public:
         connect(rootObject(), &QQuickItem::implicitWidthChanged, this, &View::fit);
         connect(rootObject(), &QQuickItem::implicitHeightChanged, this, &View::fit);
         fit();
-        setPosition(placeOver(settingsWindow, size()));
+        QRect frame(QPoint(), size());
+        frame.moveCenter(settingsWindow.geometry().center());
+        moveWithinDisplays(frame);
     }
 
     void setOnClosed(std::function<void()> closed) { closed_ = std::move(closed); }
@@ -57,6 +54,13 @@ private:
         setMinimumSize(wanted);
         setMaximumSize(wanted);
         resize(wanted);
+        if (isVisible()) moveWithinDisplays({position(), wanted});
+    }
+
+    void moveWithinDisplays(const QRect& frame) {
+        const QMargins known = frameMargins();
+        setGeometry(
+            windowFrameWithin(freeAreasOfDisplays(), frame, frame.size(), known.isNull() ? usualDecorations : known));
     }
 
     std::function<void()> closed_;
@@ -65,6 +69,15 @@ private:
 void QuickRecorderWindow::DeleteLater::operator()(View* view) const {
     view->hide();
     view->deleteLater();
+}
+
+std::unique_ptr<RecorderPanelWindow> QuickRecorderWindow::create(ShortcutRecorderViewModel& model,
+                                                                 QQuickView& settingsWindow, const Logger& logger) {
+    std::unique_ptr<QuickRecorderWindow> window(new QuickRecorderWindow(model, settingsWindow));
+    if (window->view_->status() == QQuickView::Ready) return window;
+    for (const QQmlError& error : window->view_->errors())
+        logger.error("The recorder cannot be drawn: {}", error.toString().toStdString());
+    return nullptr;
 }
 
 QuickRecorderWindow::QuickRecorderWindow(ShortcutRecorderViewModel& model, QQuickView& settingsWindow)

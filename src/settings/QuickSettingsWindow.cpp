@@ -12,7 +12,6 @@
 #include "shortcuts/ShortcutRecorderPanel.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQmlError>
 #include <QSGRendererInterface>
@@ -27,12 +26,6 @@ constexpr QSize contentSize{780, 560};
 constexpr QSize smallestContentSize{720, 520};
 constexpr QColor paper{251, 246, 239};
 constexpr auto saveDelay = std::chrono::milliseconds{500};
-
-QList<QRect> freeAreas() {
-    QList<QRect> areas;
-    for (const QScreen* screen : QGuiApplication::screens()) areas.append(screen->availableGeometry());
-    return areas;
-}
 
 QRect centered(const QRect& area, const QSize& size) {
     return {QPoint(area.x() + (area.width() - size.width()) / 2, area.y() + (area.height() - size.height()) / 2), size};
@@ -72,7 +65,7 @@ QuickSettingsWindow::QuickSettingsWindow(const SettingsServices& services, const
     setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmorand/Settings/qml/SettingsView.qml")));
     place();
     platform_.shortcutRecorderPanel.setWindowMaker(
-        [this] { return std::make_unique<QuickRecorderWindow>(recorder_, *this); });
+        [this] { return QuickRecorderWindow::create(recorder_, *this, logger_); });
     connect(this, &QWindow::xChanged, this, &QuickSettingsWindow::noteFrame);
     connect(this, &QWindow::yChanged, this, &QuickSettingsWindow::noteFrame);
     connect(this, &QWindow::widthChanged, this, &QuickSettingsWindow::noteFrame);
@@ -105,7 +98,7 @@ void QuickSettingsWindow::place() {
 }
 
 void QuickSettingsWindow::moveWithinDisplays() {
-    setGeometry(windowFrameWithin(freeAreas(), frame_, smallestContentSize, decorations_));
+    setGeometry(windowFrameWithin(freeAreasOfDisplays(), frame_, smallestContentSize, decorations_));
 }
 
 /// Not by `show`, which takes back that the user has maximised it.

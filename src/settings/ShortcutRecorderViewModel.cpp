@@ -11,17 +11,12 @@ namespace velmorand {
 ShortcutRecorderViewModel::ShortcutRecorderViewModel(ShortcutRecorderPanel& panel, QObject* parent)
     : QObject(parent),
       panel_(panel),
-      model_(panel.model().subscribe([this](const ShortcutRecorderModel&) { Q_EMIT changed(); })),
-      recordedAction_(panel.recordedAction().subscribe([this](const auto&) { Q_EMIT changed(); })) {}
+      model_(panel.model().subscribe([this](const ShortcutRecorderModel&) { Q_EMIT changed(); })) {}
 
 ShortcutRecorderViewModel::~ShortcutRecorderViewModel() = default;
 
 const ShortcutRecorderModel& ShortcutRecorderViewModel::model() const {
     return panel_.model().value();
-}
-
-bool ShortcutRecorderViewModel::isOpen() const {
-    return panel_.recordedAction().value().has_value();
 }
 
 QString ShortcutRecorderViewModel::prompt() const {

@@ -14,12 +14,11 @@ namespace velmorand {
 
 class ShortcutRecorderPanel;
 
-/// What the recorder panel shows, and what its buttons do. It takes no keys.
+/// What the recorder panel shows, and what its buttons do. It takes no keys. What a closed panel has shown stays.
 class ShortcutRecorderViewModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the settings window")
-    Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(QString prompt READ prompt NOTIFY changed)
     Q_PROPERTY(QList<QString> glyphs READ glyphs NOTIFY changed)
     Q_PROPERTY(bool isCaptured READ isCaptured NOTIFY changed)
@@ -50,8 +49,6 @@ public:
     explicit ShortcutRecorderViewModel(ShortcutRecorderPanel& panel, QObject* parent = nullptr);
     ~ShortcutRecorderViewModel() override;
 
-    /// Whether a shortcut is recorded now. What a closed panel has shown stays.
-    [[nodiscard]] bool isOpen() const;
     [[nodiscard]] QString prompt() const;
     /// What stands on the key caps: the captured combination, or else the modifiers that are held.
     [[nodiscard]] QStringList glyphs() const;
@@ -85,7 +82,6 @@ private:
 
     ShortcutRecorderPanel& panel_;
     Subscription model_;
-    Subscription recordedAction_;
 };
 
 }  // namespace velmorand

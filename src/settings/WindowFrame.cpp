@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -50,6 +52,12 @@ std::optional<QRect> windowFrameFromText(std::string_view text) {
     const QRect frame(numbers[0], numbers[1], numbers[2], numbers[3]);
     if (position != end || frame.isEmpty()) return std::nullopt;
     return frame;
+}
+
+QList<QRect> freeAreasOfDisplays() {
+    QList<QRect> areas;
+    for (const QScreen* screen : QGuiApplication::screens()) areas.append(screen->availableGeometry());
+    return areas;
 }
 
 QRect windowFrameWithin(const QList<QRect>& areas, const QRect& frame, const QSize& smallest,

@@ -15,6 +15,9 @@ namespace velmorand {
 /// The frame in a stored text; absent when the text is anything else or the frame is empty.
 [[nodiscard]] std::optional<QRect> windowFrameFromText(std::string_view text);
 
+/// What panels leave free of the displays there are now.
+[[nodiscard]] QList<QRect> freeAreasOfDisplays();
+
 /// The frame moved, and where it must be made smaller, so that it is wholly inside that one of the areas of which it
 /// covers most, or which is nearest. It is not made smaller than `smallest`: then its top left corner is inside.
 /// `areas` are what panels leave free of the displays; with none the frame stays as it is. A frame that has to be moved is

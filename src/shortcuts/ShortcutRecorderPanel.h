@@ -32,7 +32,7 @@ public:
         onRecordingStateChange_ = std::move(callback);
     }
 
-    /// Says what makes the window of the panel from now on. Where nothing does, a recording ends at once.
+    /// Says what makes the window of the panel from now on. Where nothing does, a recording ends in the next turn.
     void setWindowMaker(RecorderPanelWindowMaker maker) { host_.setWindowMaker(std::move(maker)); }
 
     /// Begins to record a shortcut for `action`; a recording that runs is ended before. The store is where the result

@@ -40,18 +40,12 @@ protected:
     ShortcutRecorderViewModel view{panel};
 };
 
-TEST_F(ShortcutRecorderViewModelTest, IsClosedUntilAShortcutIsRecorded) {
-    bool wasOpen = false;
-    QObject::connect(&view, &ShortcutRecorderViewModel::changed, [&] { wasOpen = view.isOpen(); });
-    EXPECT_FALSE(view.isOpen());
-
+TEST_F(ShortcutRecorderViewModelTest, CancelEndsTheRecording) {
     open();
-    EXPECT_TRUE(view.isOpen());
-    EXPECT_TRUE(wasOpen);
 
     view.cancel();
-    EXPECT_FALSE(view.isOpen());
-    EXPECT_FALSE(wasOpen);
+
+    EXPECT_FALSE(panel.isRecording());
     EXPECT_FALSE(platform.recorderPanelHost().isShown());
 }
 
@@ -86,7 +80,7 @@ TEST_F(ShortcutRecorderViewModelTest, TellsWhatIsWrongWithAKey) {
 
     EXPECT_EQ(view.hint(), "Include at least one of Command, Control, or Option.");
     EXPECT_TRUE(view.hintIsError());
-    EXPECT_TRUE(view.isOpen());
+    EXPECT_TRUE(panel.isRecording());
 }
 
 TEST_F(ShortcutRecorderViewModelTest, AFragileCombinationIsTakenOnlyWhenTheUserInsists) {
@@ -106,7 +100,7 @@ TEST_F(ShortcutRecorderViewModelTest, AFragileCombinationIsTakenOnlyWhenTheUserI
 
     view.confirm();
     EXPECT_EQ(shortcut(leftHalf), "Option + Shift + K");
-    EXPECT_FALSE(view.isOpen());
+    EXPECT_FALSE(panel.isRecording());
 }
 
 TEST_F(ShortcutRecorderViewModelTest, ACombinationOfTheScreenReaderIsWarnedOf) {
@@ -154,7 +148,7 @@ TEST_F(ShortcutRecorderViewModelTest, RemovesTheShortcutThatIsThere) {
     view.remove();
 
     EXPECT_EQ(shortcut(leftHalf), "none");
-    EXPECT_FALSE(view.isOpen());
+    EXPECT_FALSE(panel.isRecording());
 }
 
 TEST_F(ShortcutRecorderViewModelTest, HasNothingToRemoveForADisabledAction) {
@@ -163,7 +157,7 @@ TEST_F(ShortcutRecorderViewModelTest, HasNothingToRemoveForADisabledAction) {
 
     EXPECT_EQ(view.removeTitle(), "");
     view.remove();
-    EXPECT_TRUE(view.isOpen());
+    EXPECT_TRUE(panel.isRecording());
 }
 
 TEST_F(ShortcutRecorderViewModelTest, ButtonsDoNothingWithoutARecording) {
@@ -177,14 +171,14 @@ TEST_F(ShortcutRecorderViewModelTest, ButtonsDoNothingWithoutARecording) {
     view.cancel();
 
     EXPECT_EQ(preferencesStore->current(), before);
-    EXPECT_FALSE(view.isOpen());
+    EXPECT_FALSE(panel.isRecording());
 }
 
 TEST_F(ShortcutRecorderViewModelTest, ThereIsNothingToConfirmWithoutAQuestion) {
     open();
     view.confirm();
 
-    EXPECT_TRUE(view.isOpen());
+    EXPECT_TRUE(panel.isRecording());
 }
 
 }  // namespace

@@ -9,7 +9,10 @@ Item {
 
     readonly property bool isAsking: root.model.question !== ShortcutRecorderViewModel.NoQuestion
 
-    implicitHeight: Math.max(64, root.isAsking && hint.text.length > 0 ? hint.y + hint.height : Math.max(notice.height, hint.height))
+    readonly property int hintHeight: hint.text.length > 0 ? hint.height : 0
+    readonly property int gap: root.isAsking && root.hintHeight > 0 ? BrandTheme.symbolSpacing : 0
+
+    implicitHeight: Math.max(64, notice.height + root.gap + root.hintHeight)
 
     RecorderNotice {
         id: notice
@@ -25,7 +28,7 @@ Item {
     Txt {
         id: hint
 
-        y: root.isAsking ? notice.height + BrandTheme.symbolSpacing : Math.round((root.height - height) / 2)
+        y: root.isAsking ? notice.height + root.gap : Math.round((root.height - height) / 2)
         width: parent.width
         role: root.model.hintIsError ? BrandTheme.strongCaption : BrandTheme.caption
         color: root.model.hintIsError ? BrandTheme.brick : BrandTheme.slate

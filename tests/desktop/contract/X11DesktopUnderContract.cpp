@@ -1,5 +1,6 @@
 #include "desktop/contract/X11DesktopUnderContract.h"
 
+#include "desktop/harness/KeyboardProbe.h"
 #include "desktop/harness/TestWindows.h"
 #include "desktop/x11/PanelWindow.h"
 #include "platform/linux/support/XSettingsBytes.h"
@@ -329,16 +330,13 @@ void X11DesktopUnderContract::setLockKeys(bool on) {
 }
 
 void X11DesktopUnderContract::waitForRecorderPanel() {
-    XConnection& connection = observer().connection();
-    const auto isTaken = [&] {
-        const auto grab = connection.reply<xcb_grab_keyboard_reply_t>(xcb_grab_keyboard(
-            connection.raw(), 0, connection.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
-        if (grab && grab->status != XCB_GRAB_STATUS_SUCCESS) return true;
-        xcb_ungrab_keyboard(connection.raw(), XCB_CURRENT_TIME);
-        connection.synchronise();
-        return false;
-    };
-    if (!runUntil(isTaken, patience)) throw std::runtime_error("the recorder panel does not get the keyboard");
+    if (!runUntil([this] { return !keyboardIsFree(observer().connection()); }, patience))
+        throw std::runtime_error("the recorder panel does not get the keyboard");
+}
+
+void X11DesktopUnderContract::waitUntilKeyboardIsFree() {
+    if (!runUntil([this] { return keyboardIsFree(observer().connection()); }, patience))
+        throw std::runtime_error("the keyboard is not given back");
 }
 
 void X11DesktopUnderContract::closeRecorderPanel() {

@@ -29,7 +29,11 @@ void SettingsWindowTest::TearDown() {
     if (testing::Test::HasFailure() && desktop_) {
         ADD_FAILURE() << desktop_->logTails() << (program_ ? program_->logTail() : std::string()) << tree().text();
     }
-    if (program_) endProgram();
+    if (program_) {
+        EXPECT_FALSE(program_->log().contains(".qml:")) << "a view is wrong\n" << program_->log();
+        const ExitStatus status = endProgram();
+        EXPECT_TRUE(status.isSuccess() || endsBadly_) << "it did not end well";
+    }
     bus_.reset();
 }
 

@@ -37,6 +37,8 @@ protected:
     void open();
     /// Ends the program; its status.
     ExitStatus endProgram();
+    /// That the program fails is what is tested.
+    void expectBadEnd() { endsBadly_ = true; }
 
     /// What assistive technology is told now.
     [[nodiscard]] AccessibleTree tree() { return bus_->treeOf(*program_); }
@@ -77,6 +79,7 @@ private:
     std::optional<TestKeyboard> keyboard_;
     std::optional<TestPointer> pointer_;
     xcb_window_t window_ = XCB_WINDOW_NONE;
+    bool endsBadly_ = false;
 };
 
 }  // namespace velmorand::desktop

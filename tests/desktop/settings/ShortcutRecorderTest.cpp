@@ -1,6 +1,7 @@
 #include "desktop/settings/ShortcutRecorderTest.h"
 
 #include "desktop/demo/DemoActions.h"
+#include "desktop/harness/KeyboardProbe.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -32,8 +33,8 @@ void ShortcutRecorderTest::openPane() {
     openPane(demoActions().size());
 }
 
-void ShortcutRecorderTest::openPane(std::size_t shortcuts) {
-    ASSERT_NO_FATAL_FAILURE(startProgram({}, shortcuts));
+void ShortcutRecorderTest::openPane(std::size_t shortcuts, const Environment& additions) {
+    ASSERT_NO_FATAL_FAILURE(startProgram(additions, shortcuts));
     ASSERT_NO_FATAL_FAILURE(openWindow());
     choosePane("Shortcuts");
     expectShown("push button", "Restore Previous Frame");
@@ -45,12 +46,12 @@ void ShortcutRecorderTest::record(std::string_view action) {
 }
 
 void ShortcutRecorderTest::waitForRecorder() {
-    logBefore_ = program().logSize();
     const auto found = observer().findWindow(recorderTitle);
     ASSERT_TRUE(found) << found.error();
     recorder_ = *found;
     ASSERT_TRUE(observer().waitUntil([&] { return observer().activeWindow() == recorder_; }));
     ASSERT_TRUE(observer().waitUntil([&] { return !keyboardIsFree(); }));
+    logBefore_ = program().logSize();  // every shortcut has been given up before
 }
 
 bool ShortcutRecorderTest::recorderGoes() {
@@ -65,13 +66,7 @@ bool ShortcutRecorderTest::recordingEnds() {
 }
 
 bool ShortcutRecorderTest::keyboardIsFree() {
-    XConnection& connection = observer().connection();
-    const auto grabbed = connection.reply<xcb_grab_keyboard_reply_t>(xcb_grab_keyboard(
-        connection.raw(), 0, connection.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
-    const bool isFree = grabbed && grabbed->status == XCB_GRAB_STATUS_SUCCESS;
-    if (isFree) xcb_ungrab_keyboard(connection.raw(), XCB_CURRENT_TIME);
-    connection.synchronise();
-    return isFree;
+    return desktop::keyboardIsFree(observer().connection());
 }
 
 std::string ShortcutRecorderTest::waitForShortcut(std::string_view action, std::string_view spoken) {

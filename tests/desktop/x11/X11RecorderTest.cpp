@@ -1,5 +1,6 @@
 #include "desktop/x11/X11RecorderTest.h"
 
+#include "desktop/harness/KeyboardProbe.h"
 #include "desktop/x11/PanelWindow.h"
 #include "shortcuts/ShortcutModifiers.h"
 
@@ -107,9 +108,15 @@ void X11RecorderTest::ungrabKeyboard(XConnection& client) {
 bool X11RecorderTest::keyboardIsFree() {
     // The server takes the requests of two clients in any order, so it must have answered the platform first.
     static_cast<void>(connection().check({}, soon()));
-    const bool isFree = grabKeyboard(observer().connection());
-    if (isFree) ungrabKeyboard(observer().connection());
-    return isFree;
+    return desktop::keyboardIsFree(observer().connection());
+}
+
+std::vector<std::string> X11RecorderTest::refusals() {
+    std::vector<std::string> found;
+    for (const auto& line : log_.lines()) {
+        if (line.text.contains("does not get the whole keyboard (")) found.push_back(line.text);
+    }
+    return found;
 }
 
 void X11RecorderTest::takeKeyboard() {

@@ -59,6 +59,8 @@ protected:
     [[nodiscard]] bool becomesFree() {
         return runUntil([this] { return keyboardIsFree(); });
     }
+    /// The lines that say that another client keeps the keyboard. A slow window manager causes another line beside them.
+    [[nodiscard]] std::vector<std::string> refusals();
     /// Another client takes the keyboard, or gives it back.
     void takeKeyboard();
     void giveKeyboardBack();

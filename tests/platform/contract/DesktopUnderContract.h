@@ -210,6 +210,8 @@ public:
 
     /// Runs the main loop until the panel that was shown has the keyboard.
     virtual void waitForRecorderPanel() = 0;
+    /// Runs the main loop until keys go to whoever else may have them.
+    virtual void waitUntilKeyboardIsFree() = 0;
     /// Closes the panel as its user does.
     virtual void closeRecorderPanel() = 0;
 

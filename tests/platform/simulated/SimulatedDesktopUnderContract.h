@@ -77,6 +77,7 @@ public:
     void setLockKeys(bool on) override;
 
     void waitForRecorderPanel() override {}
+    void waitUntilKeyboardIsFree() override {}
     void closeRecorderPanel() override;
 
     [[nodiscard]] bool runUntil(const std::function<bool()>& condition, Duration deadline) override;
