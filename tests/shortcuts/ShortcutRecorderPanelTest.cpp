@@ -1,7 +1,4 @@
-#include "shortcuts/ShortcutRecorderPanel.h"
-
-#include "shortcuts/ShortcutManager.h"
-#include "support/DesktopFixture.h"
+#include "shortcuts/ShortcutRecorderFixture.h"
 
 namespace velmorand {
 namespace {
@@ -11,53 +8,12 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using enum WindowAction;
 
-constexpr std::uint64_t shiftFlag = 0x20000;
-constexpr std::uint64_t controlFlag = 0x40000;
-constexpr std::uint64_t optionFlag = 0x80000;
-constexpr std::uint64_t commandFlag = 0x100000;
-constexpr std::uint64_t capsLockFlag = 0x10000;
-
-constexpr std::uint32_t keyA = 0;
-constexpr std::uint32_t keyK = 40;
-constexpr std::uint32_t keyEscape = 53;
-constexpr std::uint32_t keyLeftArrow = 123;
-
 constexpr auto command = ShortcutModifiers::command;
 constexpr auto shift = ShortcutModifiers::shift;
 constexpr auto option = ShortcutModifiers::option;
 constexpr auto control = ShortcutModifiers::control;
 
-class ShortcutRecorderPanelTest : public DesktopFixture {
-protected:
-    ShortcutRecorderPanelTest() {
-        panel->setOnRecordingStateChange([this](bool isRecording) { states.push_back(isRecording); });
-    }
-
-    [[nodiscard]] SimulatedRecorderPanelHost& host() { return platform.recorderPanelHost(); }
-    [[nodiscard]] const ShortcutRecorderModel& model() { return panel->model().value(); }
-    /// What is asked, and what is said beside it.
-    [[nodiscard]] std::vector<std::string> message() {
-        const auto question = recorderQuestion(model());
-        if (!question) return {recorderHint(model())};
-        if (!model().hint) return {question->message, question->advice};
-        return {question->message, question->advice, recorderHint(model())};
-    }
-    [[nodiscard]] std::optional<KeyboardShortcut> shortcut(WindowAction action) {
-        return preferencesStore->effectiveShortcut(action);
-    }
-
-    void open(WindowAction action = leftHalf) { panel->open(action, preferencesStore); }
-    void press(std::uint32_t keyCode, std::uint64_t flags, const std::string& characters = {}) {
-        host().press({keyCode, flags, characters});
-        platform.runLoop().runPending();
-    }
-    void settle() { platform.runLoop().runPending(); }
-
-    /// Everything that `onRecordingStateChange` was told.
-    std::vector<bool> states;
-    std::unique_ptr<ShortcutRecorderPanel> panel =
-        std::make_unique<ShortcutRecorderPanel>(platform.recorderPanelHost(), platform.runLoop());
-};
+class ShortcutRecorderPanelTest : public ShortcutRecorderFixture {};
 
 TEST_F(ShortcutRecorderPanelTest, OpensWithAFreshModelAndTellsThatRecordingHasBegun) {
     open(topLeft);
@@ -295,108 +251,6 @@ TEST_F(ShortcutRecorderPanelTest, RemoveDisablesTheActionAndEnds) {
     EXPECT_EQ(shortcut(leftHalf), std::nullopt);
     EXPECT_FALSE(panel->isRecording());
     EXPECT_THAT(states, ElementsAre(true, false));
-}
-
-TEST_F(ShortcutRecorderPanelTest, AnswersAfterTheEndDoNothing) {
-    open(leftHalf);
-    press(keyK, optionFlag, "k");
-    panel->cancel();
-    const auto before = preferencesStore->current();
-
-    panel->cancel();
-    panel->replace();
-    panel->useAnyway();
-    panel->remove();
-
-    EXPECT_EQ(preferencesStore->current(), before);
-    EXPECT_THAT(states, ElementsAre(true, false));
-}
-
-TEST_F(ShortcutRecorderPanelTest, ClosingThePanelEndsTheRecordingOnce) {
-    open();
-    host().closeByUser();
-    settle();
-
-    EXPECT_FALSE(panel->isRecording());
-    EXPECT_THAT(states, ElementsAre(true, false));
-}
-
-TEST_F(ShortcutRecorderPanelTest, LosingTheKeyboardEndsTheRecordingAndClosesThePanel) {
-    open();
-    host().resignKey();
-    settle();
-
-    EXPECT_FALSE(panel->isRecording());
-    EXPECT_FALSE(host().isShown());
-    EXPECT_THAT(states, ElementsAre(true, false));
-}
-
-TEST_F(ShortcutRecorderPanelTest, OpeningForAnotherActionEndsTheFirstRecording) {
-    open(leftHalf);
-    press(keyK, optionFlag, "k");
-    open(rightHalf);
-
-    EXPECT_THAT(states, ElementsAre(true, false, true));
-    EXPECT_EQ(model(), (ShortcutRecorderModel{.actionTitle = "Right", .hasCurrentShortcut = true}));
-    press(keyK, controlFlag, "k");
-    EXPECT_EQ(shortcut(rightHalf), (KeyboardShortcut{{keyK, control}, "K"}));
-    EXPECT_NE(shortcut(leftHalf), shortcut(rightHalf));
-}
-
-TEST_F(ShortcutRecorderPanelTest, WithoutAStoreKeysHaveNoEffectButEscapeAndTheHint) {
-    auto store = std::make_shared<SettablePreferencesStore>(platform);
-    panel->open(leftHalf, store);
-    store.reset();
-
-    press(keyK, controlFlag, "k");
-    EXPECT_TRUE(panel->isRecording());
-    EXPECT_EQ(model().pendingShortcut, std::nullopt);
-    panel->replace();
-    EXPECT_TRUE(panel->isRecording());
-    press(keyK, 0, "k");
-    EXPECT_TRUE(model().hint.has_value());
-    press(keyEscape, 0);
-    EXPECT_FALSE(panel->isRecording());
-}
-
-TEST_F(ShortcutRecorderPanelTest, APanelThatGoesEndsItsRecording) {
-    open();
-    panel.reset();
-
-    EXPECT_FALSE(host().isShown());
-    EXPECT_THAT(states, ElementsAre(true, false));
-}
-
-TEST_F(ShortcutRecorderPanelTest, EveryChangeIsToldOnce) {
-    open();
-    int told = 0;
-    const auto watching = panel->model().subscribe([&](const ShortcutRecorderModel&) { ++told; });
-    press(keyK, optionFlag, "k");
-    press(keyK, controlFlag | optionFlag, "k");
-    EXPECT_EQ(told, 2);
-}
-
-TEST_F(ShortcutRecorderPanelTest, APanelWithoutAWindowEndsItsRecording) {
-    host().setWindowMaker({});
-    open();
-    EXPECT_THAT(states, ElementsAre(true));
-    settle();
-
-    EXPECT_FALSE(panel->isRecording());
-    EXPECT_THAT(states, ElementsAre(true, false));
-}
-
-TEST_F(ShortcutRecorderPanelTest, WhileItRecordsNoHotKeyIsHeldAndAfterwardsTheNewOneIs) {
-    panel->setOnRecordingStateChange([this](bool isRecording) { shortcutManager->setRecordingSuspended(isRecording); });
-    shortcutManager->start();
-    open(leftHalf);
-    EXPECT_EQ(platform.hotKeyService().registrationCount(), 0U);
-
-    press(keyK, controlFlag, "k");
-
-    EXPECT_EQ(platform.hotKeyService().registrationCount(), 19U);
-    EXPECT_EQ(platform.hotKeyService().registeredID(keyK, control.rawValue())->id, 1U);
-    EXPECT_FALSE(platform.hotKeyService().isRegistered(keyLeftArrow, 0x900));
 }
 
 }  // namespace
