@@ -73,13 +73,18 @@ std::optional<double> SimulatedAccessibility::messagingTimeout(const AXElement& 
     return found == timeouts_.end() ? std::nullopt : std::optional(found->second);
 }
 
-std::optional<AXError> SimulatedAccessibility::waitForAnswer(const AXElement& element,
-                                                             const SimulatedProcess* process) {
+/// `workSeconds`: what the application has to do for this call, besides answering. The caller gives up at the messaging
+/// timeout.
+std::optional<AXError> SimulatedAccessibility::waitForAnswer(const AXElement& element, const SimulatedProcess* process,
+                                                             double workSeconds) {
     if (!desktop_.trusted) return AXError::apiDisabled;
     if (process == nullptr) return AXError::invalidElement;
-    if (!process->frozen) return std::nullopt;
-    runLoop_.block(spanOf(messagingTimeout(element).value_or(defaultMessagingTimeout)));
-    return AXError::cannotComplete;
+    const double seconds = process->answerSeconds + workSeconds;
+    if (!process->frozen && seconds <= 0) return std::nullopt;
+    const double timeout = messagingTimeout(element).value_or(defaultMessagingTimeout);
+    const bool isTooLong = process->frozen || seconds > timeout;
+    runLoop_.block(spanOf(isTooLong ? timeout : seconds));
+    return isTooLong ? std::optional(AXError::cannotComplete) : std::nullopt;
 }
 
 std::expected<AXAttributeValue, AXError> SimulatedAccessibility::copyAttributeValue(const AXElement& element,
@@ -159,7 +164,9 @@ std::expected<void, AXError> SimulatedAccessibility::setAttributeValue(const AXE
         held_.reset();
         return std::unexpected(error);
     };
-    if (const auto error = waitForAnswer(element, desktop_.ownerOf(id))) return fail(*error);
+    const SimulatedWindow* written = desktop_.findWindow(id);
+    const double workSeconds = written == nullptr ? 0 : written->writeSeconds;
+    if (const auto error = waitForAnswer(element, desktop_.ownerOf(id), workSeconds)) return fail(*error);
     if (!writesPosition && !writesSize) return fail(AXError::attributeUnsupported);
     if (writesPosition && !(point != nullptr && isFinite(*point))) return fail(AXError::illegalArgument);
     if (writesSize && !(size != nullptr && isFinite(*size))) return fail(AXError::illegalArgument);
@@ -167,7 +174,6 @@ std::expected<void, AXError> SimulatedAccessibility::setAttributeValue(const AXE
     const SimulatedWindow& state = desktop_.window(id);
     const bool settable = writesPosition ? state.positionSettable : state.sizeSettable;
     if (!settable || state.fullScreen) return fail(AXError::attributeUnsupported);
-    runLoop_.block(spanOf(state.writeSeconds));
     if (writesPosition && state.positionWriteError) return fail(*state.positionWriteError);
     if (writesSize && state.sizeWriteError) return fail(*state.sizeWriteError);
     writesPosition ? holdPosition(id, *point) : applyFrame(id, *size);

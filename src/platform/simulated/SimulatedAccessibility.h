@@ -64,7 +64,8 @@ private:
     void holdPosition(SimulatedWindowID id, Point position);
     void applyFrame(SimulatedWindowID id, Size size);
     void flushHeldPosition();
-    [[nodiscard]] std::optional<AXError> waitForAnswer(const AXElement& element, const SimulatedProcess* process);
+    [[nodiscard]] std::optional<AXError> waitForAnswer(const AXElement& element, const SimulatedProcess* process,
+                                                       double workSeconds = 0);
 
     SimulatedDesktop& desktop_;
     SimulatedRunLoop& runLoop_;

@@ -46,6 +46,12 @@ SimulatedProcess* SimulatedDesktop::ownerOf(SimulatedWindowID id) {
     return found == windows_.end() ? nullptr : findProcess(found->second.pid);
 }
 
+std::map<SimulatedWindowID, Rect> SimulatedDesktop::windowFrames() const {
+    std::map<SimulatedWindowID, Rect> frames;
+    for (const auto& [id, owned] : windows_) frames.emplace(id, owned.window.frame);
+    return frames;
+}
+
 void SimulatedDesktop::closeWindow(SimulatedWindowID id) {
     if (SimulatedProcess* owner = ownerOf(id)) {
         std::erase(owner->windows, id);

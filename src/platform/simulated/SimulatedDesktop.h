@@ -32,7 +32,8 @@ struct SimulatedWindow {
     /// Writes succeed and change nothing.
     bool ignoresWrites = false;
 
-    /// How long each answer to a write takes.
+    /// How much longer each answer to a write takes than any other. A write that takes longer than the messaging timeout
+    /// fails then, and changes nothing.
     double writeSeconds = 0;
     /// A write of that attribute fails with this error.
     std::optional<AXError> positionWriteError;
@@ -49,6 +50,8 @@ struct SimulatedProcess {
     std::optional<std::string> localizedName = "Application";
     /// Does not answer: every call takes its whole messaging timeout and fails.
     bool frozen = false;
+    /// How long every answer takes; a call for which that is longer than the messaging timeout fails then.
+    double answerSeconds = 0;
     /// Front to back.
     std::vector<SimulatedWindowID> windows;
     std::optional<SimulatedWindowID> focusedWindow;
@@ -74,6 +77,9 @@ public:
     [[nodiscard]] SimulatedProcess* findProcess(std::int32_t pid);
     [[nodiscard]] SimulatedWindow* findWindow(SimulatedWindowID id);
     [[nodiscard]] SimulatedProcess* ownerOf(SimulatedWindowID id);
+
+    /// Where every window is.
+    [[nodiscard]] std::map<SimulatedWindowID, Rect> windowFrames() const;
 
     /// The window closes; its identifier is never used again.
     void closeWindow(SimulatedWindowID id);

@@ -177,6 +177,36 @@ TEST_F(SimulatedAccessibilityTest, AFrozenApplicationCostsTheTimeoutOfTheElement
     EXPECT_EQ(platform.runLoop().now() - start, 1700ms);
 }
 
+TEST_F(SimulatedAccessibilityTest, ASlowApplicationTakesItsTimeOverEveryAnswer) {
+    application().answerSeconds = 0.3;
+    const MonotonicTime start = platform.runLoop().now();
+
+    EXPECT_TRUE(simulated().copyAttributeValue(element, "AXRole"));
+    EXPECT_EQ(write("AXPosition", point(1, 2)), std::nullopt);
+    EXPECT_EQ(write("AXSize", size(300, 200)), std::nullopt);
+
+    EXPECT_EQ(platform.runLoop().now() - start, 900ms);
+    EXPECT_EQ(window(id).frame, (Rect{1, 2, 300, 200}));
+}
+
+TEST_F(SimulatedAccessibilityTest, AnAnswerThatTakesLongerThanTheTimeoutIsNotWaitedFor) {
+    application().answerSeconds = 0.8;
+    const MonotonicTime start = platform.runLoop().now();
+
+    EXPECT_EQ(failureOf(simulated().copyAttributeValue(element, "AXRole")), AXError::cannotComplete);
+    EXPECT_EQ(platform.runLoop().now() - start, 750ms);
+}
+
+TEST_F(SimulatedAccessibilityTest, AWriteThatTakesLongerThanTheTimeoutIsNotMade) {
+    window(id).writeSeconds = 0.8;
+    const MonotonicTime start = platform.runLoop().now();
+
+    EXPECT_EQ(write("AXSize", size(300, 200)), AXError::cannotComplete);
+
+    EXPECT_EQ(platform.runLoop().now() - start, 750ms);
+    EXPECT_EQ(window(id).frame, startFrame);
+}
+
 TEST_F(SimulatedAccessibilityTest, WithoutTrustEveryQuestionFails) {
     desktop().trusted = false;
 

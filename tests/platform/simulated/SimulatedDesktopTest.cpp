@@ -10,6 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 
 class SimulatedDesktopTest : public testing::Test {
 protected:
@@ -48,6 +49,17 @@ TEST_F(SimulatedDesktopTest, AWindowThatClosesIsNoLongerFocusedAndItsIdIsNotUsed
     EXPECT_EQ(desktop.findWindow(closed), nullptr);
     EXPECT_EQ(desktop.ownerOf(closed), nullptr);
     EXPECT_NE(desktop.addWindow(1), closed);
+}
+
+TEST_F(SimulatedDesktopTest, TellsWhereEveryWindowIs) {
+    desktop.addProcess(1);
+    const SimulatedWindowID one = desktop.addWindow(1);
+    desktop.addProcess(2);
+    const SimulatedWindowID other = desktop.addWindow(2);
+    desktop.window(other).frame = {1, 2, 3, 4};
+
+    EXPECT_THAT(desktop.windowFrames(),
+                ElementsAre(Pair(one, Rect{100, 100, 800, 600}), Pair(other, Rect{1, 2, 3, 4})));
 }
 
 TEST_F(SimulatedDesktopTest, AnApplicationThatEndsTakesItsWindowsWithIt) {
