@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace velmorand {
@@ -112,8 +113,10 @@ std::expected<AXElement, WindowOperationError> AXWindowClient::windowFromList(co
     }
     if (candidates.empty()) return std::unexpected(WindowOperationError::noFocusedWindow);
     if (candidates.size() == 1) return candidates.front();
+    std::vector<double> areas;  // each is read once, as every read may take its whole timeout
+    for (const AXElement& window : candidates) areas.push_back(area(window));
     // max_element answers the first of equals.
-    return *std::ranges::max_element(candidates, {}, [this](const AXElement& window) { return area(window); });
+    return candidates[static_cast<std::size_t>(std::ranges::max_element(areas) - areas.begin())];
 }
 
 double AXWindowClient::area(const AXElement& window) const {

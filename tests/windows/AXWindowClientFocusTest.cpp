@@ -121,6 +121,19 @@ TEST_F(AXWindowClientFocusTest, OfSeveralWindowsThatAreNotStandardTheLargestIsTa
     EXPECT_EQ(found(), elementOf(largest));
 }
 
+TEST_F(AXWindowClientFocusTest, EachWindowsFrameIsReadOnceToFindTheLargest) {
+    openDialog(500, 400, "back");
+    openDialog(600, 500, "middle");
+    openDialog(900, 100, "front");
+    askOnlyTheList();
+
+    ASSERT_NE(found(), std::nullopt);
+    for (const char* name : {"back", "middle", "front"}) {
+        EXPECT_EQ(accessibility.count(std::string("copy AXPosition of ") + name), 1);
+        EXPECT_EQ(accessibility.count(std::string("copy AXSize of ") + name), 1);
+    }
+}
+
 TEST_F(AXWindowClientFocusTest, OfWindowsOfEqualSizeTheFirstIsTaken) {
     openDialog(600, 400);
     openDialog(400, 600);
