@@ -1,0 +1,51 @@
+#include "simulation/Simulation.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace velmorand::simulation {
+namespace {
+
+std::vector<std::string> trace(std::uint64_t seed, const std::vector<Step>& steps) {
+    std::vector<std::string> lines;
+    (void)run(seed, steps, [&](const std::string& line) { lines.push_back(line); });
+    return lines;
+}
+
+TEST(RunTest, ASeedAlwaysHappensInTheSameWay) {
+    const auto first = trace(7, makeSteps(7, 200));
+
+    EXPECT_FALSE(first.empty());
+    EXPECT_EQ(first, trace(7, makeSteps(7, 200)));
+    EXPECT_NE(first, trace(8, makeSteps(8, 200)));
+}
+
+TEST(RunTest, AnyStepsCanBeLeftOut) {
+    auto steps = makeSteps(7, 200);
+    while (!steps.empty()) {
+        EXPECT_EQ(run(7, steps).steps, steps.size());
+        steps.erase(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>((steps.size() + 3) / 4));
+    }
+}
+
+/// Seeds that found something once, and what that was.
+struct RegressionSeed {
+    std::uint64_t seed;
+    const char* found;
+};
+
+class RegressionSeedTest : public testing::TestWithParam<RegressionSeed> {};
+
+TEST_P(RegressionSeedTest, HoldsNow) {
+    const RunResult result = run(GetParam().seed, makeSteps(GetParam().seed, 300));
+
+    EXPECT_FALSE(result.failure) << GetParam().found << ": " << result.failure->what;
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, RegressionSeedTest,
+                         testing::Values(RegressionSeed{1, "the area of a window was read twice"}));
+
+}  // namespace
+}  // namespace velmorand::simulation

@@ -1,0 +1,98 @@
+#include "simulation/Step.h"
+
+#include "simulation/Random.h"
+
+#include <cstddef>
+#include <utility>
+
+namespace velmorand::simulation {
+namespace {
+
+struct KindRow {
+    StepKind kind;
+    std::string_view name;
+    /// How often it comes, in relation to the others.
+    std::uint32_t weight;
+};
+
+constexpr KindRow kinds[] = {
+    {StepKind::perform, "perform", 260},
+    {StepKind::press, "press", 60},
+    {StepKind::pressTwice, "press-twice", 15},
+    {StepKind::chooseFromMenu, "choose-from-menu", 8},
+    {StepKind::waitForATick, "wait-for-a-tick", 170},
+    {StepKind::waitForASecond, "wait-for-a-second", 60},
+    {StepKind::waitForAnHour, "wait-for-an-hour", 6},
+    {StepKind::setClock, "set-clock", 3},
+    {StepKind::nudgeWindow, "nudge-window", 50},
+    {StepKind::moveWindow, "move-window", 40},
+    {StepKind::changeWindow, "change-window", 25},
+    {StepKind::focusWindow, "focus-window", 20},
+    {StepKind::openWindow, "open-window", 25},
+    {StepKind::closeWindow, "close-window", 10},
+    {StepKind::switchApplication, "switch-application", 50},
+    {StepKind::startApplication, "start-application", 12},
+    {StepKind::quitApplication, "quit-application", 7},
+    {StepKind::announceEnd, "announce-end", 5},
+    {StepKind::freezeApplication, "freeze-application", 10},
+    {StepKind::slowApplication, "slow-application", 8},
+    {StepKind::interrupt, "interrupt", 25},
+    {StepKind::changeDisplays, "change-displays", 15},
+    {StepKind::announceDisplays, "announce-displays", 8},
+    {StepKind::changeTrust, "change-trust", 12},
+    {StepKind::changeMotion, "change-motion", 6},
+    {StepKind::slideSetting, "slide-setting", 25},
+    {StepKind::switchSetting, "switch-setting", 12},
+    {StepKind::ignoreApplication, "ignore-application", 8},
+    {StepKind::changeShortcut, "change-shortcut", 10},
+    {StepKind::record, "record", 14},
+    {StepKind::takeCombination, "take-combination", 6},
+    {StepKind::failStoring, "fail-storing", 4},
+    {StepKind::restart, "restart", 3},
+};
+
+constexpr std::uint32_t totalWeight() {
+    std::uint32_t total = 0;
+    for (const KindRow& row : kinds) total += row.weight;
+    return total;
+}
+
+constexpr bool rowsAreInOrder() {
+    for (std::size_t i = 0; i < std::size(kinds); ++i) {
+        if (std::to_underlying(kinds[i].kind) != i) return false;
+    }
+    return true;
+}
+static_assert(rowsAreInOrder());
+
+StepKind makeKind(Random& random) {
+    std::uint32_t draw = random.below(totalWeight());
+    for (const KindRow& row : kinds) {
+        if (draw < row.weight) return row.kind;
+        draw -= row.weight;
+    }
+    std::unreachable();
+}
+
+}  // namespace
+
+std::string_view nameOf(StepKind kind) {
+    return kinds[std::to_underlying(kind)].name;
+}
+
+std::vector<Step> makeSteps(std::uint64_t seed, std::size_t count) {
+    // Another sequence than that of the scenario.
+    Random random(seed ^ 0x5bd1e995a5a5a5a5ULL);
+    std::vector<Step> steps;
+    steps.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        Step step{.kind = makeKind(random)};
+        step.subject = random.below(1U << 16U);
+        step.choice = random.below(1U << 16U);
+        step.seed = random.next();
+        steps.push_back(step);
+    }
+    return steps;
+}
+
+}  // namespace velmorand::simulation
