@@ -115,7 +115,9 @@ void World::play(const Step& step, Random& random) {
         case StepKind::waitForATick: span = random.between(0, 0.1); break;
         case StepKind::waitForASecond: span = random.between(0, 1); break;
         case StepKind::waitForAnHour:
-            span = random.chance(50) ? random.between(3595, 3605) : random.between(1800, 5000);
+            span = random.chance(30)   ? 3600
+                   : random.chance(30) ? random.between(3595, 3605)
+                                       : random.between(1800, 5000);
             break;
         case StepKind::setClock: setClock(random); break;
         case StepKind::nudgeWindow: nudgeWindow(step, random); break;
