@@ -171,9 +171,12 @@ std::expected<void, AXError> SimulatedAccessibility::setAttributeValue(const AXE
     if (writesPosition && !(point != nullptr && isFinite(*point))) return fail(AXError::illegalArgument);
     if (writesSize && !(size != nullptr && isFinite(*size))) return fail(AXError::illegalArgument);
 
-    const SimulatedWindow& state = desktop_.window(id);
+    SimulatedWindow& state = desktop_.window(id);
     const bool settable = writesPosition ? state.positionSettable : state.sizeSettable;
     if (!settable || state.fullScreen) return fail(AXError::attributeUnsupported);
+    const bool failsForOnce = (state.failingWrites & 1U) != 0;
+    state.failingWrites >>= 1U;
+    if (failsForOnce) return fail(AXError::cannotComplete);
     if (writesPosition && state.positionWriteError) return fail(*state.positionWriteError);
     if (writesSize && state.sizeWriteError) return fail(*state.sizeWriteError);
     writesPosition ? holdPosition(id, *point) : applyFrame(id, *size);

@@ -38,6 +38,8 @@ struct SimulatedWindow {
     /// A write of that attribute fails with this error.
     std::optional<AXError> positionWriteError;
     std::optional<AXError> sizeWriteError;
+    /// Which of the next writes fail for once, without an answer: from the lowest bit on, one for each write.
+    std::uint32_t failingWrites = 0;
     /// A read of that attribute fails with this error, or answers this value instead of the true one.
     std::map<std::string, AXError, std::less<>> readErrors;
     std::map<std::string, AXAttributeValue, std::less<>> readOverrides;

@@ -207,6 +207,15 @@ TEST_F(SimulatedAccessibilityTest, AWriteThatTakesLongerThanTheTimeoutIsNotMade)
     EXPECT_EQ(window(id).frame, startFrame);
 }
 
+TEST_F(SimulatedAccessibilityTest, WritesFailForOnceInTheGivenOrder) {
+    window(id).failingWrites = 0b101;
+
+    EXPECT_EQ(write("AXSize", size(300, 200)), AXError::cannotComplete);
+    EXPECT_EQ(write("AXSize", size(300, 200)), std::nullopt);
+    EXPECT_EQ(write("AXPosition", point(1, 2)), AXError::cannotComplete);
+    EXPECT_EQ(write("AXPosition", point(1, 2)), std::nullopt);
+}
+
 TEST_F(SimulatedAccessibilityTest, WithoutTrustEveryQuestionFails) {
     desktop().trusted = false;
 
