@@ -38,8 +38,21 @@ void judgeWrites(std::span<const SimulatedWrite> writes, const Tape& tape) {
     }
 }
 
-std::size_t mostCalls(std::size_t remembered, std::size_t windows) {
-    return remembered + 13 * windows + 27;
+/// Only actions whose end is on the tape are looked at, as ticks of animations follow the others.
+void judgeEffort(const Tape& tape, std::size_t remembered) {
+    const TapedPerform* performing = nullptr;
+    std::size_t calls = 0;
+    for (const TapedEvent& event : tape) {
+        if (const auto* perform = std::get_if<TapedPerform>(&event)) {
+            performing = perform;
+            calls = 0;
+        }
+        if (std::holds_alternative<TapedCall>(event)) ++calls;
+        if (performing == nullptr || !std::holds_alternative<TapedOutcome>(event)) continue;
+        const std::size_t most = remembered + 13 * performing->frames.size() + 27;
+        if (calls > most)
+            throw Broken{"effort", fmt::format("{} makes {} calls, more than {}", performing->rawValue, calls, most)};
+    }
 }
 
 }  // namespace velmorand::simulation

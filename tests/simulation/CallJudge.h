@@ -14,7 +14,8 @@ void judgeCalls(const Tape& tape);
 /// "writes".
 void judgeWrites(std::span<const SimulatedWrite> writes, const Tape& tape);
 
-/// How many calls an action may make: one for each remembered window, 13 for each window of the desktop, and 27 others.
-[[nodiscard]] std::size_t mostCalls(std::size_t remembered, std::size_t windows);
+/// No action makes more calls than one for each window that is remembered before the step, 13 for each window of the
+/// desktop and 27 others: the invariant "effort".
+void judgeEffort(const Tape& tape, std::size_t remembered);
 
 }  // namespace velmorand::simulation

@@ -1,7 +1,6 @@
 #include "simulation/ManagerModel.h"
 
 #include "simulation/Broken.h"
-#include "simulation/CallJudge.h"
 
 #include <fmt/format.h>
 
@@ -51,13 +50,9 @@ void ManagerModel::readPerform(const TapedPerform& perform) {
     const auto action = windowActionFromRawValue(perform.rawValue);
     if (!action) tape_->fail("an action");
     performing_ = &perform;
-    const std::size_t callsBefore = tape_->callsRead();
-    const std::size_t most = mostCalls(memory_.entries.size(), perform.frames.size());
     const Refusal refusal = act(*action);
     performing_ = nullptr;
-    if (tape_->callsRead() - callsBefore > most)
-        throw Broken{"effort", fmt::format("{} makes {} calls, more than {}", perform.rawValue,
-                                           tape_->callsRead() - callsBefore, most)};
+    lastWasRefused_ = refusal.has_value();
     if (refusal) expectTold(*refusal);
     if (const auto* outcome = tape_->takeIf<TapedOutcome>(); outcome != nullptr && outcome->refusal != refusal)
         throw Broken{"refusals", fmt::format("the outcome is \"{}\", not \"{}\"", outcome->refusal.value_or("success"),

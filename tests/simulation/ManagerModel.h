@@ -55,7 +55,10 @@ public:
     /// Whether the desktop changed in the middle of a call on the last tape.
     [[nodiscard]] bool sawInterruption() const { return sawInterruption_; }
     [[nodiscard]] bool hasEntry(std::int32_t pid) const { return memory_.hasEntry(pid); }
-    [[nodiscard]] std::size_t runningAnimations() const { return animations_.size(); }
+    /// Whether the last action on the tape was refused.
+    [[nodiscard]] bool lastWasRefused() const { return lastWasRefused_; }
+    /// How many windows are remembered.
+    [[nodiscard]] std::size_t remembered() const { return memory_.entries.size(); }
 
 private:
     struct Subject {
@@ -105,6 +108,7 @@ private:
     std::map<SimulatedWindowID, Animation> animations_;
     std::vector<Happening> happenings_;
     bool sawInterruption_ = false;
+    bool lastWasRefused_ = false;
     // While a tape is read.
     TapeReader* tape_ = nullptr;
     const ModelFacts* facts_ = nullptr;

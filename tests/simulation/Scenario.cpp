@@ -71,6 +71,18 @@ void makeStubborn(SimulatedWindow& window, Random& random) {
     if (random.chance(2)) window.readErrors["AXMinimized"] = AXError::attributeUnsupported;
 }
 
+/// Windows among which an action has to find one by itself; several are of equal size.
+void makePalettes(ApplicationPlan& application, Random& random) {
+    constexpr Size sizes[] = {{400, 300}, {300, 400}, {200, 600}, {500, 300}};
+    application.focusesNothing = true;
+    for (SimulatedWindow& window : application.windows) {
+        const Size size = random.of(sizes);
+        window = SimulatedWindow{};
+        window.frame = {random.wholeBetween(0, 1000), random.wholeBetween(0, 500), size.width, size.height};
+        window.subrole = "AXFloatingWindow";
+    }
+}
+
 }  // namespace
 
 SimulatedWindow makeWindow(Random& random) {
@@ -105,13 +117,14 @@ std::vector<DisplayDescription> makeDisplays(Random& random) {
 }
 
 ApplicationPlan makeApplication(Random& random) {
-    ApplicationPlan application{makeIdentifier(random), "An application", 0, {}};
+    ApplicationPlan application{makeIdentifier(random), "An application", 0, {}, false};
     if (random.chance(15)) application.bundleIdentifier.reset();
     if (random.chance(15)) application.localizedName.reset();
     if (random.chance(8)) application.answerSeconds = random.between(0.01, 0.05);
     if (random.chance(2)) application.answerSeconds = random.between(0.05, 0.8);
     const std::uint32_t count = random.chance(10) ? 0 : 1 + random.below(3);
     for (std::uint32_t i = 0; i < count; ++i) application.windows.push_back(makeWindow(random));
+    if (random.chance(5)) makePalettes(application, random);
     return application;
 }
 

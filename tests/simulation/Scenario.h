@@ -17,6 +17,8 @@ struct ApplicationPlan {
     std::optional<std::string> localizedName;
     double answerSeconds = 0;
     std::vector<SimulatedWindow> windows;
+    /// It tells of no focused and no main window.
+    bool focusesNothing = false;
 };
 
 /// What is there before the first step.

@@ -3,6 +3,7 @@
 #include "simulation/CallJudge.h"
 #include "simulation/HotKeyJudge.h"
 #include "simulation/ManagerModel.h"
+#include "simulation/MenuJudge.h"
 #include "simulation/RestoreStories.h"
 #include "simulation/StorageJudge.h"
 #include "simulation/World.h"
@@ -42,6 +43,7 @@ private:
     RestoreStories stories_;
     HotKeyJudge hotKeys_;
     StorageJudge storage_;
+    MenuJudge menu_;
     int starts_ = 1;
     std::uint64_t actions_ = 0;
 };
@@ -66,13 +68,16 @@ void Simulation::judge() {
     }
     judgeRequests();
     judgeCalls(tape);
+    judgeEffort(tape, model_.remembered());
     judgeWrites(world_.platform().simulated().accessibility().writes(), tape);
+    menu_.judgeMenu(world_, model_);
     const PreferencesState& preferences = world_.program().preferencesStore().current();
     const auto& displays = world_.platform().desktop().displays;
     model_.read(tape, {preferences, displays, ownIdentifier_}, world_.stepBegin(), world_.settled());
     stories_.follow(model_.happenings(), preferences.clampToVisibleArea, displays);
     if (model_.sawInterruption() || world_.clockWasSet()) stories_.loseAll();
     if (!tape.empty()) judgeMemory();
+    menu_.judgeIcon(world_, model_);
     hotKeys_.judge(world_);
     storage_.judge(world_);
 }

@@ -23,7 +23,6 @@ const TapedCall& TapeReader::takeCall(CallKind kind) {
     const TapedCall* call = nextCall(kind);
     if (call == nullptr) fail(kind == CallKind::trusted ? "a question for trust" : "a request for trust");
     ++position_;
-    ++callsRead_;
     now_ = call->end;
     return *call;
 }
@@ -35,7 +34,6 @@ const TapedCall& TapeReader::takeCall(CallKind kind, const Element& element, std
         fail(fmt::format("{}{} of {}", verbs[static_cast<std::size_t>(kind)], attribute, describe(element)));
     }
     ++position_;
-    ++callsRead_;
     now_ = call->end;
     return *call;
 }

@@ -18,8 +18,6 @@ public:
     TapeReader(std::span<const TapedEvent> tape, Moment now) : tape_(tape), now_(now) {}
 
     [[nodiscard]] bool atEnd() const { return position_ == tape_.size(); }
-    /// How many calls were read.
-    [[nodiscard]] std::size_t callsRead() const { return callsRead_; }
     /// The event that comes next; there is one.
     [[nodiscard]] const TapedEvent& next() const { return tape_[position_]; }
     /// Not before the end of the last call that was read.
@@ -61,7 +59,6 @@ private:
 
     std::span<const TapedEvent> tape_;
     std::size_t position_ = 0;
-    std::size_t callsRead_ = 0;
     Moment now_;
     bool sawInterruption_ = false;
 };

@@ -42,6 +42,7 @@ void World::startProgram() {
     program_->applicationDidFinishLaunching();
     program_->windowManager()->setOnFailure([this](std::string_view message) {
         platform_.tape().emplace_back(TapedFailure{std::string(message)});
+        told_ = Told{++tellings_, std::string(message), now()};
         program_->menuBarController().showIssue(message);
     });
     publishing_ = store().state().subscribe([this](const PreferencesState&) {
@@ -58,6 +59,7 @@ void World::endProgram() {
     publishing_.cancel();
     recording_.cancel();
     program_.reset();
+    told_.reset();
     leftBehind_ = platform_.hotKeyService().registrationCount() + platform_.hotKeyService().handlerCount();
 }
 
@@ -73,6 +75,10 @@ std::int32_t World::startApplication(const ApplicationPlan& plan, Random& random
     process.localizedName = plan.localizedName;
     process.answerSeconds = plan.answerSeconds;
     for (const SimulatedWindow& window : plan.windows) desktop().addWindow(pid, window);
+    if (plan.focusesNothing) {
+        process.focusedWindow.reset();
+        process.mainWindow.reset();
+    }
     pids_.insert(pid);
     everyPid_.insert(pid);
     return pid;
@@ -90,6 +96,7 @@ void World::apply(const Step& step) {
     requested_.clear();
     account_.clear();
     clockWasSet_ = false;
+    shownMenu_.reset();
     stepBegin_ = now();
     // Left alone, a desktop mostly finds another application for the user.
     if (!desktop().frontmost && random.chance(50)) desktop().frontmost = applicationFor(step);
@@ -136,7 +143,7 @@ void World::play(const Step& step, Random& random) {
         case StepKind::changeDisplays: changeDisplays(makeDisplays(random)); break;
         case StepKind::announceDisplays: changeDisplays(desktop().displays); break;
         case StepKind::changeTrust: changeTrust(random); break;
-        case StepKind::changeMotion: platform_.simulated().workspace().setReducesMotion(random.chance(20)); break;
+        case StepKind::changeMotion: platform_.simulated().workspace().setReducesMotion(random.chance(35)); break;
         case StepKind::slideSetting: slideSetting(step, random); break;
         case StepKind::switchSetting: switchSetting(step); break;
         case StepKind::ignoreApplication: ignoreApplication(random); break;
@@ -187,8 +194,16 @@ void World::press(WindowAction action) {
 void World::chooseFromMenu(WindowAction action) {
     SimulatedStatusItem& item = *platform_.statusBar().items().front();
     if (!item.openMenu()) return;
-    if (item.choose(metadata(action).menuTitle)) {
+    shownMenu_ = ShownMenu{.items = item.menuItems(),
+                           .trusted = desktop().trusted,
+                           .frontmost = platform_.simulated().workspace().frontmostApplication(),
+                           .date = runLoop().date()};
+    did("the menu is opened");
+    const auto line = std::ranges::find(shownMenu_->items, std::optional(std::string(rawValue(action))),
+                                        &MenuItem::representedObject);
+    if (line != shownMenu_->items.end() && item.choose(static_cast<std::size_t>(line - shownMenu_->items.begin()))) {
         did(fmt::format("{} is chosen from the menu", rawValue(action)));
+        shownMenu_->chosen = true;
         requested_.push_back(action);
     }
     item.closeMenu();

@@ -63,6 +63,23 @@ public:
     [[nodiscard]] int starts() const { return starts_; }
     /// How many hot keys and handlers were left when the program ended last.
     [[nodiscard]] std::size_t leftBehind() const { return leftBehind_; }
+    /// The menu as it was opened in the last step, with what counted at that moment.
+    struct ShownMenu {
+        std::vector<MenuItem> items;
+        bool trusted = false;
+        std::optional<RunningApplication> frontmost;
+        Date date;
+        /// Whether an action was chosen.
+        bool chosen = false;
+    };
+    [[nodiscard]] const std::optional<ShownMenu>& shownMenu() const { return shownMenu_; }
+    /// What the user was told last, and when.
+    struct Told {
+        std::uint64_t number = 0;
+        std::string message;
+        Moment at;
+    };
+    [[nodiscard]] const std::optional<Told>& told() const { return told_; }
     /// The user set the clock in the last step.
     [[nodiscard]] bool clockWasSet() const { return clockWasSet_; }
 
@@ -133,6 +150,9 @@ private:
     int starts_ = 0;
     std::size_t leftBehind_ = 0;
     bool clockWasSet_ = false;
+    std::optional<ShownMenu> shownMenu_;
+    std::uint64_t tellings_ = 0;
+    std::optional<Told> told_;
 };
 
 }  // namespace velmorand::simulation

@@ -13,6 +13,19 @@ std::string named(SimulatedWindowID id) {
     return describe(Element(id));
 }
 
+/// All writes fail from now on, some of the next ones, or none.
+void makeUnreliable(SimulatedWindow& window, Random& random) {
+    constexpr AXError failure{-25200};
+    window.positionWriteError.reset();
+    window.sizeWriteError.reset();
+    switch (random.below(5)) {
+        case 0: window.positionWriteError = failure; return;
+        case 1: window.sizeWriteError = failure; return;
+        case 2: return;
+        default: window.failingWrites = static_cast<std::uint32_t>(random.next());
+    }
+}
+
 }  // namespace
 
 void World::nudgeWindow(const Step& step, Random& random) {
@@ -42,10 +55,11 @@ void World::changeWindow(const Step& step, Random& random) {
     SimulatedWindow& window = desktop().window(*id);
     const Rect frame = window.frame;
     if (random.chance(30)) {
-        window = SimulatedWindow{};
-    } else {
-        window = makeWindow(random);
+        makeUnreliable(window, random);
+        did(fmt::format("writes to {} fail, or no longer", named(*id)));
+        return;
     }
+    window = random.chance(30) ? SimulatedWindow{} : makeWindow(random);
     window.frame = frame;
     did(fmt::format("{} becomes another kind of window", named(*id)));
 }
