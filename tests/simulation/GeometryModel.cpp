@@ -62,8 +62,8 @@ Rect usable(const ModelScreen& screen, const ModelLayout& layout) {
     area.y += layout.padding;
     area.width -= 2 * layout.padding;
     area.height -= 2 * layout.padding;
-    if (area.width < 0) area.width = 0;
-    if (area.height < 0) area.height = 0;
+    area.width = std::max(area.width, 0.0);
+    area.height = std::max(area.height, 0.0);
     return area;
 }
 
@@ -81,8 +81,8 @@ Rect placed(const Part& part, const Rect& area, double gap) {
         frame.height -= half;
     }
     if (part.y + part.height < 1.0) frame.height -= half;
-    if (frame.width < 0) frame.width = 0;
-    if (frame.height < 0) frame.height = 0;
+    frame.width = std::max(frame.width, 0.0);
+    frame.height = std::max(frame.height, 0.0);
     return frame;
 }
 
@@ -165,12 +165,10 @@ std::optional<Rect> modelTarget(WindowAction action, const Rect& current, const 
 }
 
 Rect modelClamped(Rect frame, const Rect& area) {
-    if (frame.width > area.width) frame.width = area.width;
-    if (frame.height > area.height) frame.height = area.height;
-    if (frame.x < area.x) frame.x = area.x;
-    if (frame.x > area.x + area.width - frame.width) frame.x = area.x + area.width - frame.width;
-    if (frame.y < area.y) frame.y = area.y;
-    if (frame.y > area.y + area.height - frame.height) frame.y = area.y + area.height - frame.height;
+    frame.width = std::min(frame.width, area.width);
+    frame.height = std::min(frame.height, area.height);
+    frame.x = std::min(std::max(frame.x, area.x), area.x + area.width - frame.width);
+    frame.y = std::min(std::max(frame.y, area.y), area.y + area.height - frame.height);
     return frame;
 }
 

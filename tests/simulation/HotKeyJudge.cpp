@@ -54,6 +54,7 @@ void HotKeyJudge::judge(World& world) {
     const PreferencesState& settings = world.program().preferencesStore().current();
     const bool isChanged =
         isPublished && (shortcuts_ != settings.shortcuts || disabled_ != settings.disabledShortcutActions);
+    registeredAgain_ = (isNew || isChanged) && !isRecording;
     if (isNew || isChanged) registerAgain(world);
     starts_ = world.starts();
     recordingsEnded_ = world.recordingsEnded();

@@ -14,6 +14,9 @@ class HotKeyJudge {
 public:
     void judge(World& world);
 
+    /// Whether the shortcuts had to be registered in the last step.
+    [[nodiscard]] bool registeredAgain() const { return registeredAgain_; }
+
 private:
     /// Key and modifiers, and the number of the action that counts from 1.
     using HotKeys = std::map<World::Combination, std::uint32_t>;
@@ -28,6 +31,7 @@ private:
     int starts_ = 0;
     std::uint64_t recordingsEnded_ = 0;
     std::uint32_t steps_ = 0;
+    bool registeredAgain_ = false;
 };
 
 }  // namespace velmorand::simulation

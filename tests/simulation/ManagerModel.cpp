@@ -55,15 +55,15 @@ void ManagerModel::readPerform(const TapedPerform& perform) {
     lastWasRefused_ = refusal.has_value();
     if (refusal) expectTold(*refusal);
     if (const auto* outcome = tape_->takeIf<TapedOutcome>(); outcome != nullptr && outcome->refusal != refusal)
-        throw Broken{"refusals", fmt::format("the outcome is \"{}\", not \"{}\"", outcome->refusal.value_or("success"),
+        throw Broken{"refusals", fmt::format(R"(the outcome is "{}", not "{}")", outcome->refusal.value_or("success"),
                                              refusal.value_or("success"))};
 }
 
 void ManagerModel::expectTold(std::string_view message) {
     const auto* told = tape_->takeIf<TapedFailure>();
-    if (told == nullptr) throw Broken{"refusals", fmt::format("the user was not told \"{}\"", message)};
+    if (told == nullptr) throw Broken{"refusals", fmt::format(R"(the user was not told "{}")", message)};
     if (told->message != message)
-        throw Broken{"refusals", fmt::format("the user was told \"{}\", not \"{}\"", told->message, message)};
+        throw Broken{"refusals", fmt::format(R"(the user was told "{}", not "{}")", told->message, message)};
 }
 
 ManagerModel::Refusal ManagerModel::act(WindowAction action) {

@@ -38,13 +38,13 @@ void MenuJudge::judgeMenu(World& world, const ManagerModel& model) const {
             isEnabled = isEnabled && hasOtherDisplay;
         if (action == WindowAction::restore) isEnabled = isEnabled && model.hasEntry(front->pid);
         if (item.isEnabled != isEnabled)
-            throw Broken{"menu", fmt::format("\"{}\" can{} be chosen", item.title, isEnabled ? "not" : "")};
+            throw Broken{"menu", fmt::format(R"("{}" can{} be chosen)", item.title, isEnabled ? "not" : "")};
     }
     if (actions != allWindowActions.size()) throw Broken{"menu", fmt::format("it offers {} actions", actions)};
     if (!listed_) return;
     const bool isNew = menu->date - listed_->at.date < issueIsListed;
     if (isNew != isListed(listed_->message, menu->items))
-        throw Broken{"menu", fmt::format("\"{}\" is {}listed", listed_->message, isNew ? "not " : "")};
+        throw Broken{"menu", fmt::format(R"("{}" is {}listed)", listed_->message, isNew ? "not " : "")};
 }
 
 /// A choice that was not refused takes the line away, also that of a move which did not land.
@@ -61,8 +61,8 @@ void MenuJudge::judgeIcon(World& world, const ManagerModel& model) {
     const bool mustWarn = told && world.now().time < told->at.time + warningLasts;
     const bool mustRest = !told || world.settled() >= told->at.time + warningLasts;
     if (mustWarn && toolTip != told->message)
-        throw Broken{"menu", fmt::format("the icon says \"{}\", not \"{}\"", toolTip, told->message)};
-    if (mustRest && toolTip != "Velmorand") throw Broken{"menu", fmt::format("the icon still says \"{}\"", toolTip)};
+        throw Broken{"menu", fmt::format(R"(the icon says "{}", not "{}")", toolTip, told->message)};
+    if (mustRest && toolTip != "Velmorand") throw Broken{"menu", fmt::format(R"(the icon still says "{}")", toolTip)};
 }
 
 }  // namespace velmorand::simulation

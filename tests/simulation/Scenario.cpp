@@ -68,6 +68,8 @@ void makeStubborn(SimulatedWindow& window, Random& random) {
     if (random.chance(5)) window.sizeWriteError = random.of(writeErrors);
     if (random.chance(4)) window.readErrors["AXPosition"] = AXError::cannotComplete;
     if (random.chance(2)) window.readErrors["AXRole"] = AXError::noValue;
+    if (random.chance(3)) window.readOverrides["AXSize"] = AXBoxedValue{AXValueType::size, Size{0, 300}};
+    if (random.chance(3)) window.readOverrides["AXPosition"] = AXOtherValue{};
     if (random.chance(2)) window.readErrors["AXMinimized"] = AXError::attributeUnsupported;
 }
 
@@ -157,7 +159,8 @@ Scenario makeScenario(std::uint64_t seed) {
                       .preferences = makePreferences(random),
                       .ownIdentifier = "app.velmorand.Velmorand",
                       .trusted = random.chance(95),
-                      .reducesMotion = random.chance(10)};
+                      .reducesMotion = random.chance(10),
+                      .allowsNotifications = random.chance(80)};
     if (random.chance(3)) scenario.ownIdentifier.reset();
     for (std::uint32_t count = 1 + random.below(4); count > 0; --count)
         scenario.applications.push_back(makeApplication(random));

@@ -29,6 +29,8 @@ struct Scenario {
     std::optional<std::string> ownIdentifier;
     bool trusted = true;
     bool reducesMotion = false;
+    /// What the user answers when asked.
+    bool allowsNotifications = true;
 };
 
 [[nodiscard]] Scenario makeScenario(std::uint64_t seed);

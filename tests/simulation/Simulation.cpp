@@ -4,6 +4,7 @@
 #include "simulation/HotKeyJudge.h"
 #include "simulation/ManagerModel.h"
 #include "simulation/MenuJudge.h"
+#include "simulation/ProblemJudge.h"
 #include "simulation/RestoreStories.h"
 #include "simulation/StorageJudge.h"
 #include "simulation/World.h"
@@ -22,7 +23,8 @@ public:
     explicit Simulation(std::uint64_t seed, const Tracer& trace)
         : world_(makeScenario(seed)), ownIdentifier_(world_.platform().bundle().identifier()), trace_(trace) {}
 
-    /// Throws `Broken`.
+    /// Each throws `Broken`. The first judges what the start of the program did.
+    void begin() { judge(); }
     void perform(const Step& step);
     /// Judges what is left when nothing more happens.
     void finish();
@@ -44,6 +46,7 @@ private:
     HotKeyJudge hotKeys_;
     StorageJudge storage_;
     MenuJudge menu_;
+    ProblemJudge problems_;
     int starts_ = 1;
     std::uint64_t actions_ = 0;
 };
@@ -79,6 +82,7 @@ void Simulation::judge() {
     if (!tape.empty()) judgeMemory();
     menu_.judgeIcon(world_, model_);
     hotKeys_.judge(world_);
+    problems_.judge(world_, hotKeys_.registeredAgain());
     storage_.judge(world_);
 }
 
@@ -121,6 +125,7 @@ RunResult run(std::uint64_t seed, std::span<const Step> steps, const Tracer& tra
     RunResult result;
     Simulation simulation(seed, trace);
     try {
+        simulation.begin();
         for (const Step& step : steps) {
             ++result.steps;
             simulation.perform(step);

@@ -22,7 +22,7 @@ constexpr KindRow kinds[] = {
     {StepKind::chooseFromMenu, "choose-from-menu", 15},
     {StepKind::waitForATick, "wait-for-a-tick", 170},
     {StepKind::waitForASecond, "wait-for-a-second", 60},
-    {StepKind::waitForAnHour, "wait-for-an-hour", 6},
+    {StepKind::waitForAWhile, "wait-for-a-while", 10},
     {StepKind::setClock, "set-clock", 3},
     {StepKind::nudgeWindow, "nudge-window", 50},
     {StepKind::moveWindow, "move-window", 40},

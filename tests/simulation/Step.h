@@ -15,7 +15,7 @@ enum class StepKind : std::uint8_t {
     chooseFromMenu,  ///< the menu is opened and an action chosen in it
     waitForATick,    ///< up to a tenth of a second passes
     waitForASecond,  ///< up to a second passes
-    waitForAnHour,   ///< about an hour passes
+    waitForAWhile,   ///< about an hour passes
     setClock,        ///< the user sets the clock
     nudgeWindow,     ///< the user moves a window by 2 or by 2.5 points
     moveWindow,      ///< the user moves and resizes a window

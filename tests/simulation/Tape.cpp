@@ -67,7 +67,7 @@ std::string describe(const TapedEvent& event) {
                                            : "nothing is frontmost";
             if constexpr (std::is_same_v<Content, TapedReduceMotion>)
                 return content.reduces ? "motion is reduced" : "motion is not reduced";
-            if constexpr (std::is_same_v<Content, TapedFailure>) return "tells \"" + content.message + "\"";
+            if constexpr (std::is_same_v<Content, TapedFailure>) return fmt::format(R"(tells "{}")", content.message);
             if constexpr (std::is_same_v<Content, TapedOutcome>)
                 return content.refusal ? "refused: " + *content.refusal : "accepted";
             if constexpr (std::is_same_v<Content, TapedTermination>)

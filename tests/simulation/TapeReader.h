@@ -37,7 +37,7 @@ public:
     /// The next event, which must be of this kind.
     template <typename Event>
     const Event& take(std::string_view expected) {
-        const Event* event = takeIf<Event>();
+        const auto* event = takeIf<Event>();
         if (event == nullptr) fail(expected);
         return *event;
     }

@@ -19,12 +19,23 @@ WindowAction actionOf(const Step& step) {
     return allWindowActions[std::min(place, allWindowActions.size() - 1)];
 }
 
+/// Around the minute for which failures are listed, and the hour for which frames are remembered.
+double timeToWait(Random& random) {
+    switch (random.below(5)) {
+        case 0: return random.between(50, 70);
+        case 1: return 3600;
+        case 2: return random.between(3595, 3605);
+        default: return random.between(1800, 5000);
+    }
+}
+
 }  // namespace
 
-World::World(const Scenario& scenario) {
+World::World(const Scenario& scenario) : allowsNotifications_(scenario.allowsNotifications) {
     SimulatedPlatform& platform = platform_.simulated();
     platform.settableBundle().setIdentifier(scenario.ownIdentifier);
     platform.workspace().setReducesMotion(scenario.reducesMotion);
+    platform.userNotificationCenter().setAnswer(scenario.allowsNotifications);
     desktop().displays = scenario.displays;
     desktop().trusted = scenario.trusted;
     platform.userDefaults().put(PreferencesStore::key, encodePreferencesState(scenario.preferences).value_or(""));
@@ -121,11 +132,7 @@ void World::play(const Step& step, Random& random) {
         case StepKind::chooseFromMenu: chooseFromMenu(actionOf(step)); break;
         case StepKind::waitForATick: span = random.between(0, 0.1); break;
         case StepKind::waitForASecond: span = random.between(0, 1); break;
-        case StepKind::waitForAnHour:
-            span = random.chance(30)   ? 3600
-                   : random.chance(30) ? random.between(3595, 3605)
-                                       : random.between(1800, 5000);
-            break;
+        case StepKind::waitForAWhile: span = timeToWait(random); break;
         case StepKind::setClock: setClock(random); break;
         case StepKind::nudgeWindow: nudgeWindow(step, random); break;
         case StepKind::moveWindow: moveWindow(step, random); break;

@@ -80,6 +80,8 @@ public:
         Moment at;
     };
     [[nodiscard]] const std::optional<Told>& told() const { return told_; }
+    /// Whether the user lets the program notify them.
+    [[nodiscard]] bool allowsNotifications() const { return allowsNotifications_; }
     /// The user set the clock in the last step.
     [[nodiscard]] bool clockWasSet() const { return clockWasSet_; }
 
@@ -150,6 +152,7 @@ private:
     int starts_ = 0;
     std::size_t leftBehind_ = 0;
     bool clockWasSet_ = false;
+    bool allowsNotifications_ = true;
     std::optional<ShownMenu> shownMenu_;
     std::uint64_t tellings_ = 0;
     std::optional<Told> told_;

@@ -64,7 +64,7 @@ void print(const std::string& line) {
 }
 
 void print(std::uint64_t seed, std::size_t steps, const Broken& broken) {
-    print(fmt::format("seed {} breaks \"{}\" in step {}: {}", seed, broken.invariant, steps, broken.what));
+    print(fmt::format(R"(seed {} breaks "{}" in step {}: {})", seed, broken.invariant, steps, broken.what));
 }
 
 int replay(std::uint64_t seed, const std::vector<Step>& steps) {
