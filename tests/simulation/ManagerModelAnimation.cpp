@@ -5,8 +5,6 @@
 
 #include <fmt/format.h>
 
-#include <utility>
-
 namespace velmorand::simulation {
 namespace {
 
@@ -30,7 +28,7 @@ void ManagerModel::startAnimation(SimulatedWindowID window, Animation animation)
     animation.begin = tape_->now();
     animation.duration = facts_->preferences.animationDuration;
     animation.due = animation.begin.time + tickInterval;
-    animations_.insert_or_assign(window, std::move(animation));
+    animations_.insert_or_assign(window, animation);
 }
 
 void ManagerModel::readTick(SimulatedWindowID window) {

@@ -27,6 +27,7 @@ void MenuJudge::judgeMenu(World& world, const ManagerModel& model) const {
     const auto& front = menu->frontmost;
     const bool isArrangeable = menu->trusted && front && front->bundleIdentifier != own &&
                                (!front->bundleIdentifier || std::ranges::count(ignored, *front->bundleIdentifier) == 0);
+    const bool hasEntry = front && model.hasEntry(front->pid);
     const bool hasOtherDisplay = modelScreens(world.platform().desktop().displays).size() > 1;
     std::size_t actions = 0;
     for (const MenuItem& item : menu->items) {
@@ -36,7 +37,7 @@ void MenuJudge::judgeMenu(World& world, const ManagerModel& model) const {
         bool isEnabled = isArrangeable;
         if (action == WindowAction::nextDisplay || action == WindowAction::previousDisplay)
             isEnabled = isEnabled && hasOtherDisplay;
-        if (action == WindowAction::restore) isEnabled = isEnabled && model.hasEntry(front->pid);
+        if (action == WindowAction::restore) isEnabled = isEnabled && hasEntry;
         if (item.isEnabled != isEnabled)
             throw Broken{"menu", fmt::format(R"("{}" can{} be chosen)", item.title, isEnabled ? "not" : "")};
     }
@@ -58,9 +59,9 @@ void MenuJudge::judgeIcon(World& world, const ManagerModel& model) {
     if (world.shownMenu() && world.shownMenu()->chosen && !model.lastWasRefused()) listed_.reset();
 
     const std::string& toolTip = world.platform().statusBar().items().front()->toolTip();
-    const bool mustWarn = told && world.now().time < told->at.time + warningLasts;
+    const bool mayRest = !told || world.now().time >= told->at.time + warningLasts;
     const bool mustRest = !told || world.settled() >= told->at.time + warningLasts;
-    if (mustWarn && toolTip != told->message)
+    if (told && !mayRest && toolTip != told->message)
         throw Broken{"menu", fmt::format(R"(the icon says "{}", not "{}")", toolTip, told->message)};
     if (mustRest && toolTip != "Velmorand") throw Broken{"menu", fmt::format(R"(the icon still says "{}")", toolTip)};
 }
