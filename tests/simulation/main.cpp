@@ -3,22 +3,29 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <atomic>
+#include <charconv>
 #include <chrono>
 #include <cstdlib>
-#include <exception>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <thread>
 #include <vector>
 
 namespace velmorand::simulation {
 namespace {
 
+/// As ./check wants it, or ./check --full.
+std::uint64_t usualSeeds() {
+    return std::getenv("VELMORAND_LONG_TESTS") == nullptr ? 2000 : 10000;
+}
+
 struct Options {
-    std::uint64_t seeds = 2000;
+    std::uint64_t seeds = usualSeeds();
     std::uint64_t first = 1;
     std::size_t steps = 300;
     unsigned jobs = 0;
@@ -36,18 +43,26 @@ Tries to break the program on random desktops in memory.
   --shrink SEED  prints the fewest steps of this seed that still fail
 )";
 
+/// Absent for anything but a whole number that is not negative.
+std::optional<std::uint64_t> number(std::string_view text) {
+    std::uint64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc{} && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
+
 std::optional<Options> parse(const std::vector<std::string_view>& arguments) {
     Options options;
-    for (std::size_t i = 0; i + 1 < arguments.size(); i += 2) {
-        const std::uint64_t value = std::strtoull(std::string(arguments[i + 1]).c_str(), nullptr, 10);
+    for (std::size_t i = 0; i < arguments.size(); i += 2) {
+        const auto value = i + 1 < arguments.size() ? number(arguments[i + 1]) : std::nullopt;
+        if (!value) return std::nullopt;
         if (arguments[i] == "--seeds")
-            options.seeds = value;
+            options.seeds = *value;
         else if (arguments[i] == "--first")
-            options.first = value;
+            options.first = *value;
         else if (arguments[i] == "--steps")
-            options.steps = value;
+            options.steps = *value;
         else if (arguments[i] == "--jobs")
-            options.jobs = static_cast<unsigned>(value);
+            options.jobs = static_cast<unsigned>(*value);
         else if (arguments[i] == "--replay")
             options.replay = value;
         else if (arguments[i] == "--shrink")
@@ -55,7 +70,6 @@ std::optional<Options> parse(const std::vector<std::string_view>& arguments) {
         else
             return std::nullopt;
     }
-    if (arguments.size() % 2 != 0) return std::nullopt;
     return options;
 }
 
@@ -130,8 +144,9 @@ int runAll(const Options& options, std::string_view program) {
                       options.seeds, findings.steps, findings.actions, findings.restores, seconds,
                       static_cast<double>(findings.steps) / seconds, findings.failed.size()));
     if (findings.failed.empty()) return 0;
-    print(fmt::format("To see the fewest steps that fail: {} --steps {} --shrink {}", program, options.steps,
-                      findings.failed.front()));
+    const std::string command = fmt::format("{} --steps {}", program, options.steps);
+    print(fmt::format("To see what happens: {} --replay {}", command, findings.failed.front()));
+    print(fmt::format("The fewest steps that still fail: {} --shrink {}", command, findings.failed.front()));
     return 1;
 }
 
