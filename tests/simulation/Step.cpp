@@ -2,7 +2,9 @@
 
 #include "simulation/Random.h"
 
+#include <array>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace velmorand::simulation {
@@ -11,7 +13,7 @@ namespace {
 struct KindRow {
     StepKind kind;
     std::string_view name;
-    /// How often it comes, in relation to the others.
+    /// How often it comes in relation to the others, on the whole.
     std::uint32_t weight;
 };
 
@@ -51,12 +53,6 @@ constexpr KindRow kinds[] = {
     {StepKind::restart, "restart", 3},
 };
 
-constexpr std::uint32_t totalWeight() {
-    std::uint32_t total = 0;
-    for (const KindRow& row : kinds) total += row.weight;
-    return total;
-}
-
 constexpr bool rowsAreInOrder() {
     for (std::size_t i = 0; i < std::size(kinds); ++i) {
         if (std::to_underlying(kinds[i].kind) != i) return false;
@@ -65,14 +61,31 @@ constexpr bool rowsAreInOrder() {
 }
 static_assert(rowsAreInOrder());
 
-StepKind makeKind(Random& random) {
-    std::uint32_t draw = random.below(totalWeight());
-    for (const KindRow& row : kinds) {
-        if (draw < row.weight) return row.kind;
-        draw -= row.weight;
+/// How often each kind comes on one seed. Every seed has its own mixture, in which some kinds are frequent and others do
+/// not come at all: what needs many steps of a few kinds would drown in an even one.
+class Mixture {
+public:
+    explicit Mixture(Random& random) {
+        constexpr std::uint32_t factors[] = {0, 1, 1, 4};
+        for (std::size_t i = 0; i < std::size(kinds); ++i) {
+            // There is always something to judge.
+            const bool isNeeded = kinds[i].kind == StepKind::perform || kinds[i].kind == StepKind::waitForATick;
+            weights_[i] = kinds[i].weight * (isNeeded ? 1 : random.of(factors));
+            total_ += weights_[i];
+        }
     }
-    std::unreachable();
-}
+
+    [[nodiscard]] StepKind draw(Random& random) const {
+        std::uint32_t draw = random.below(total_);
+        std::size_t i = 0;
+        while (draw >= weights_[i]) draw -= weights_[i++];
+        return kinds[i].kind;
+    }
+
+private:
+    std::array<std::uint32_t, std::size(kinds)> weights_{};
+    std::uint32_t total_ = 0;
+};
 
 }  // namespace
 
@@ -83,10 +96,11 @@ std::string_view nameOf(StepKind kind) {
 std::vector<Step> makeSteps(std::uint64_t seed, std::size_t count) {
     // Another sequence than that of the scenario.
     Random random(seed ^ 0x5bd1e995a5a5a5a5ULL);
+    const Mixture mixture(random);
     std::vector<Step> steps;
     steps.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        Step step{.kind = makeKind(random)};
+        Step step{.kind = mixture.draw(random)};
         step.subject = random.below(1U << 16U);
         step.choice = random.below(1U << 16U);
         step.seed = random.next();
