@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <iterator>
 
@@ -19,6 +20,7 @@ public:
 
     /// At least 0 and less than `limit`, which is positive.
     [[nodiscard]] std::uint32_t below(std::uint32_t limit) {
+        assert(limit > 0);
         return static_cast<std::uint32_t>((next() >> 32U) % limit);
     }
 

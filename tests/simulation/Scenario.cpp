@@ -5,12 +5,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 
 namespace velmorand::simulation {
 namespace {
 
-constexpr Size displaySizes[] = {{1440, 900}, {1920, 1080}, {2560, 1440}, {1080, 1920},
-                                 {1366, 768}, {801, 601},   {90, 60}};
+constexpr auto displaySizes =
+    std::to_array<Size>({{1440, 900}, {1920, 1080}, {2560, 1440}, {1080, 1920}, {1366, 768}, {801, 601}, {90, 60}});
 
 /// Panels take something off the edges.
 Rect withoutPanels(const Rect& whole, Random& random) {
@@ -51,8 +52,8 @@ void limitSize(SimulatedWindow& window, Random& random) {
     if (random.chance(20)) window.sizeStep = {random.wholeBetween(2, 13), random.wholeBetween(2, 23)};
 }
 
-constexpr AXError writeErrors[] = {AXError::cannotComplete, AXError::attributeUnsupported, AXError::illegalArgument,
-                                   AXError{-25200}};
+constexpr auto writeErrors = std::to_array<AXError>(
+    {AXError::cannotComplete, AXError::attributeUnsupported, AXError::illegalArgument, AXError{-25200}});
 
 /// What it refuses, and what it cannot be asked.
 void makeStubborn(SimulatedWindow& window, Random& random) {
@@ -75,7 +76,7 @@ void makeStubborn(SimulatedWindow& window, Random& random) {
 
 /// Windows among which an action has to find one by itself; several are of equal size.
 void makePalettes(ApplicationPlan& application, Random& random) {
-    constexpr Size sizes[] = {{400, 300}, {300, 400}, {200, 600}, {500, 300}};
+    constexpr auto sizes = std::to_array<Size>({{400, 300}, {300, 400}, {200, 600}, {500, 300}});
     application.focusesNothing = true;
     for (SimulatedWindow& window : application.windows) {
         const Size size = random.of(sizes);
@@ -108,7 +109,7 @@ std::vector<DisplayDescription> makeDisplays(Random& random) {
     const std::uint32_t count = random.chance(40) ? 1 : 1 + random.below(6);
     for (std::uint32_t i = 0; i < count; ++i) {
         const Size size = displaySizes[random.below(random.chance(90) ? 6 : 7)];
-        const Point place = displays.empty() ? Point{} : placeBeside(displays[random.below(i)].frame, size, random);
+        const Point place = displays.empty() ? Point{} : placeBeside(random.of(displays).frame, size, random);
         const Rect whole{place.x, place.y, size.width, size.height};
         std::optional<std::int64_t> number = i + 1;
         if (random.chance(3)) number.reset();
@@ -132,8 +133,8 @@ ApplicationPlan makeApplication(Random& random) {
 
 KeyboardShortcut makeShortcut(Random& random) {
     // Few, so that they meet; now and then one that no keyboard has.
-    constexpr std::uint32_t keyCodes[] = {0, 1, 2, 14, 30, 36, 123, 124};
-    constexpr std::uint32_t modifiers[] = {0x900, 0xB00, 0x1900};
+    constexpr auto keyCodes = std::to_array<std::uint32_t>({0, 1, 2, 14, 30, 36, 123, 124});
+    constexpr auto modifiers = std::to_array<std::uint32_t>({0x900, 0xB00, 0x1900});
     if (random.chance(4)) return {{4711, ShortcutModifiers(0x900)}, "?"};
     return {{random.of(keyCodes), ShortcutModifiers(random.of(modifiers))}, "K"};
 }

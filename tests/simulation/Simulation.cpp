@@ -12,7 +12,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <utility>
 
 namespace velmorand::simulation {
 namespace {
@@ -20,8 +20,10 @@ namespace {
 /// A world and everybody who judges what happens in it.
 class Simulation {
 public:
-    explicit Simulation(std::uint64_t seed, const Tracer& trace)
-        : world_(makeScenario(seed)), ownIdentifier_(world_.platform().bundle().identifier()), trace_(trace) {}
+    Simulation(std::uint64_t seed, Tracer trace)
+        : world_(makeScenario(seed)),
+          ownIdentifier_(world_.platform().bundle().identifier()),
+          trace_(std::move(trace)) {}
 
     /// Each throws `Broken`. The first judges what the start of the program did.
     void begin() { judge(); }

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 namespace velmorand::simulation {
@@ -17,7 +16,7 @@ struct KindRow {
     std::uint32_t weight;
 };
 
-constexpr KindRow kinds[] = {
+constexpr auto kinds = std::to_array<KindRow>({
     {StepKind::perform, "perform", 260},
     {StepKind::press, "press", 60},
     {StepKind::pressTwice, "press-twice", 15},
@@ -35,7 +34,7 @@ constexpr KindRow kinds[] = {
     {StepKind::switchApplication, "switch-application", 50},
     {StepKind::startApplication, "start-application", 12},
     {StepKind::quitApplication, "quit-application", 7},
-    {StepKind::announceEnd, "announce-end", 5},
+    {StepKind::announceEnd, "announce-end", 8},
     {StepKind::freezeApplication, "freeze-application", 10},
     {StepKind::slowApplication, "slow-application", 8},
     {StepKind::interrupt, "interrupt", 25},
@@ -46,15 +45,15 @@ constexpr KindRow kinds[] = {
     {StepKind::slideSetting, "slide-setting", 25},
     {StepKind::switchSetting, "switch-setting", 12},
     {StepKind::ignoreApplication, "ignore-application", 8},
-    {StepKind::changeShortcut, "change-shortcut", 10},
+    {StepKind::changeShortcut, "change-shortcut", 15},
     {StepKind::record, "record", 14},
-    {StepKind::takeCombination, "take-combination", 6},
+    {StepKind::takeCombination, "take-combination", 12},
     {StepKind::failStoring, "fail-storing", 4},
     {StepKind::restart, "restart", 3},
-};
+});
 
 constexpr bool rowsAreInOrder() {
-    for (std::size_t i = 0; i < std::size(kinds); ++i) {
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
         if (std::to_underlying(kinds[i].kind) != i) return false;
     }
     return true;
@@ -66,8 +65,8 @@ static_assert(rowsAreInOrder());
 class Mixture {
 public:
     explicit Mixture(Random& random) {
-        constexpr std::uint32_t factors[] = {0, 1, 1, 4};
-        for (std::size_t i = 0; i < std::size(kinds); ++i) {
+        constexpr auto factors = std::to_array<std::uint32_t>({0, 1, 1, 4});
+        for (std::size_t i = 0; i < kinds.size(); ++i) {
             // There is always something to judge.
             const bool isNeeded = kinds[i].kind == StepKind::perform || kinds[i].kind == StepKind::waitForATick;
             weights_[i] = kinds[i].weight * (isNeeded ? 1 : random.of(factors));
@@ -83,7 +82,7 @@ public:
     }
 
 private:
-    std::array<std::uint32_t, std::size(kinds)> weights_{};
+    std::array<std::uint32_t, kinds.size()> weights_{};
     std::uint32_t total_ = 0;
 };
 

@@ -22,11 +22,11 @@ void StorageJudge::judge(World& world) {
     if (!couldStore || judgedPublications_ == world.publications()) return;
     if (world.settled() < world.publishedAt() + longestDelay) return;
     judgedPublications_ = world.publications();
-    const auto stored = world.platform().userDefaults().data(PreferencesStore::key);
-    if (!stored || !*stored) throw Broken{"storage", "nothing is stored"};
-    const auto decoded = decodePreferencesState(**stored);
+    const auto stored = world.platform().userDefaults().data(PreferencesStore::key).value_or(std::nullopt);
+    if (!stored) throw Broken{"storage", "nothing is stored"};
+    const auto decoded = decodePreferencesState(*stored);
     if (!decoded || completed(*decoded) != completed(normalized(settings)))
-        throw Broken{"storage", "what is stored is not what counts: " + **stored};
+        throw Broken{"storage", "what is stored is not what counts: " + *stored};
 }
 
 }  // namespace velmorand::simulation

@@ -4,6 +4,8 @@
 
 #include <fmt/format.h>
 
+#include <array>
+
 namespace velmorand::simulation {
 
 void TapeReader::skipInterruption() {
@@ -30,7 +32,8 @@ const TapedCall& TapeReader::takeCall(CallKind kind) {
 const TapedCall& TapeReader::takeCall(CallKind kind, const Element& element, std::string_view attribute) {
     const TapedCall* call = nextCall(kind);
     if (call == nullptr || call->element != element || call->attribute != attribute) {
-        constexpr std::string_view verbs[]{"", "", "a read of ", "a write to ", "whether one can set "};
+        constexpr auto verbs =
+            std::to_array<std::string_view>({"", "", "a read of ", "a write to ", "whether one can set "});
         fail(fmt::format("{}{} of {}", verbs[static_cast<std::size_t>(kind)], attribute, describe(element)));
     }
     ++position_;

@@ -171,7 +171,8 @@ std::optional<SimulatedWindowID> World::windowFor(const Step& step) {
     const auto frames = desktop().windowFrames();
     if (frames.empty()) return std::nullopt;
     // Mostly one of the application in front, as there is more to see then.
-    const SimulatedProcess* process = desktop().frontmost ? desktop().findProcess(*desktop().frontmost) : nullptr;
+    const auto front = desktop().frontmost;
+    const SimulatedProcess* process = front ? desktop().findProcess(*front) : nullptr;
     if (process != nullptr && !process->windows.empty() && step.choice % 4 != 0)
         return process->windows[step.subject % process->windows.size()];
     return std::next(frames.begin(), static_cast<std::ptrdiff_t>(step.subject % frames.size()))->first;
@@ -179,6 +180,7 @@ std::optional<SimulatedWindowID> World::windowFor(const Step& step) {
 
 std::optional<std::int32_t> World::applicationFor(const Step& step) {
     if (pids_.empty()) return std::nullopt;
+    if (const auto front = desktop().frontmost; front && step.choice % 2 == 0) return front;
     return *std::next(pids_.begin(), static_cast<std::ptrdiff_t>(step.subject % pids_.size()));
 }
 

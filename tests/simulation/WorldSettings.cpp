@@ -5,13 +5,15 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <cmath>
 
 namespace velmorand::simulation {
 namespace {
 
 /// Modifiers as key events tell them.
-constexpr std::uint64_t eventFlags[] = {1U << 20U, (1U << 20U) | (1U << 19U), (1U << 18U) | (1U << 19U), 1U << 19U, 0};
+constexpr auto eventFlags =
+    std::to_array<std::uint64_t>({1U << 20U, (1U << 20U) | (1U << 19U), (1U << 18U) | (1U << 19U), 1U << 19U, 0});
 
 }  // namespace
 
@@ -47,8 +49,14 @@ void World::ignoreApplication(Random& random) {
 }
 
 void World::changeShortcut(const Step& step, Random& random) {
-    const WindowAction action = allWindowActions[step.subject % allWindowActions.size()];
+    // Often among few, so that the same problems come back.
+    const bool isAmongFew = random.chance(50);
+    const WindowAction action = allWindowActions[step.subject % (isAmongFew ? 2 : allWindowActions.size())];
     did(fmt::format("the shortcut of {} is changed", rawValue(action)));
+    if (isAmongFew && step.choice % 2 == 0) {
+        store().setShortcut(action, metadata(WindowAction::leftHalf).defaultShortcut);
+        return;
+    }
     switch (step.choice % 5) {
         case 0: store().removeShortcut(action); return;
         case 1: store().resetAllShortcuts(); return;
@@ -87,7 +95,8 @@ void World::answerRecorder(Random& random) {
 
 /// What the program holds itself cannot be taken from it.
 void World::takeCombination(Random& random) {
-    const HotKey hotKey = makeShortcut(random).hotKey;
+    const HotKey hotKey =
+        random.chance(50) ? makeShortcut(random).hotKey : metadata(random.of(allWindowActions)).defaultShortcut.hotKey;
     const Combination combination{hotKey.keyCode, hotKey.modifiers.rawValue()};
     SimulatedHotKeyService& service = platform_.hotKeyService();
     const bool isTaken = taken_.contains(combination);

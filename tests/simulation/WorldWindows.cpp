@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <utility>
 
 namespace velmorand::simulation {
@@ -33,7 +34,7 @@ void World::nudgeWindow(const Step& step, Random& random) {
     if (!id) return;
     const double distance = random.chance(50) ? 2 : 2.5;
     const double signedDistance = random.chance(50) ? distance : -distance;
-    constexpr double Rect::* sides[] = {&Rect::x, &Rect::y, &Rect::width, &Rect::height};
+    constexpr std::array sides{&Rect::x, &Rect::y, &Rect::width, &Rect::height};
     Rect& frame = desktop().window(*id).frame;
     double& value = frame.*random.of(sides);
     value += signedDistance;
@@ -99,7 +100,8 @@ void World::closeWindow(const Step& step) {
 }
 
 void World::switchApplication(const Step& step, Random& random) {
-    desktop().frontmost = random.chance(4) ? std::nullopt : applicationFor(step);
+    desktop().frontmost.reset();
+    if (random.chance(96)) desktop().frontmost = applicationFor(step);
     did(desktop().frontmost ? fmt::format("application {} comes to the front", *desktop().frontmost)
                             : "nothing is in front");
 }
@@ -134,7 +136,7 @@ void World::freezeApplication(const Step& step) {
     const auto pid = applicationFor(step);
     if (!pid) return;
     bool& frozen = desktop().process(*pid).frozen;
-    frozen = !frozen && step.choice % 2 == 0;
+    frozen = !frozen && step.choice % 8 < 5;
     did(fmt::format("application {} {}", *pid, frozen ? "freezes" : "is not frozen"));
 }
 

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <charconv>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <mutex>
 #include <optional>
@@ -75,6 +76,7 @@ std::optional<Options> parse(const std::vector<std::string_view>& arguments) {
 
 void print(const std::string& line) {
     fmt::print("{}\n", line);
+    std::fflush(stdout);
 }
 
 void print(std::uint64_t seed, std::size_t steps, const Broken& broken) {
