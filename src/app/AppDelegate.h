@@ -38,7 +38,7 @@ public:
     /// Shows the settings.
     void applicationShouldHandleReopen(const std::optional<std::string>& activationToken) override;
 
-    [[nodiscard]] PreferencesStore& preferencesStore() { return *preferencesStore_; }
+    [[nodiscard]] const std::shared_ptr<PreferencesStore>& preferencesStore() const { return preferencesStore_; }
     [[nodiscard]] const std::shared_ptr<WindowManager>& windowManager() const { return windowManager_; }
     [[nodiscard]] ShortcutManager& shortcutManager() { return *shortcutManager_; }
     [[nodiscard]] MenuBarController& menuBarController() { return *menuBarController_; }

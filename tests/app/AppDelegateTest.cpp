@@ -56,7 +56,7 @@ TEST_F(AppDelegateTest, ConstructionAsksForNothingAndShowsNothing) {
 }
 
 TEST_F(AppDelegateTest, StartsWithTheDefaultPreferences) {
-    EXPECT_EQ(delegate->preferencesStore().current(), defaultPreferencesState());
+    EXPECT_EQ(delegate->preferencesStore()->current(), defaultPreferencesState());
     EXPECT_EQ(delegate->shortcutManager().eventHandlerIssue(), std::nullopt);
     EXPECT_THAT(delegate->shortcutManager().shortcutIssues(), IsEmpty());
     EXPECT_FALSE(delegate->windowManager()->hasRestoreEntry(pid));
@@ -89,7 +89,7 @@ TEST_F(AppDelegateTest, AFailureOfTheWindowManagerAfterTheEndOfTheDelegateIsIgno
 
 TEST_F(AppDelegateTest, QuittingFromTheMenuTakesTheWayOfEveryOtherEndOnce) {
     platform.application().setDelegate(delegate);
-    delegate->preferencesStore().setOuterPadding(7);
+    delegate->preferencesStore()->setOuterPadding(7);
     platform.runLoop().post([this] {
         SimulatedStatusItem& item = *platform.statusBar().items().at(0);
         EXPECT_TRUE(item.openMenu());
@@ -202,8 +202,8 @@ TEST_F(AppDelegateTest, TerminatingHasTheSettingsWindowStoreWhatWaits) {
 
 TEST_F(AppDelegateTest, TerminatingStoresTheLatestOfTheSettingsThatWaitOnce) {
     delegate->applicationDidFinishLaunching();
-    delegate->preferencesStore().setOuterPadding(8);
-    delegate->preferencesStore().setInnerGap(4);
+    delegate->preferencesStore()->setOuterPadding(8);
+    delegate->preferencesStore()->setInnerGap(4);
 
     delegate->applicationWillTerminate();
     delegate->applicationWillTerminate();
@@ -217,20 +217,20 @@ TEST_F(AppDelegateTest, TerminatingStoresNothingWhenNothingWaits) {
     delegate->applicationWillTerminate();
     EXPECT_THAT(writes(), IsEmpty());
 
-    delegate->preferencesStore().setEnableAnimations(true);
+    delegate->preferencesStore()->setEnableAnimations(true);
     delegate->applicationWillTerminate();
     EXPECT_THAT(writes(), SizeIs(1));
 }
 
 TEST_F(AppDelegateTest, StartsWithThePreferencesThatTheLastRunLeft) {
-    delegate->preferencesStore().removeShortcut(WindowAction::leftHalf);
-    delegate->preferencesStore().setOuterPadding(10);
+    delegate->preferencesStore()->removeShortcut(WindowAction::leftHalf);
+    delegate->preferencesStore()->setOuterPadding(10);
     delegate->applicationWillTerminate();
 
     delegate = std::make_shared<AppDelegate>(platform, settingsWindows.maker());
     delegate->applicationDidFinishLaunching();
 
-    EXPECT_EQ(delegate->preferencesStore().current().outerPadding, 10);
+    EXPECT_EQ(delegate->preferencesStore()->current().outerPadding, 10);
     EXPECT_EQ(service().registrationCount(), 18U);
 }
 
@@ -239,7 +239,7 @@ TEST_F(AppDelegateTest, StartsWithTheDefaultsWhenThePreferencesCannotBeRead) {
 
     AppDelegate other(platform, settingsWindows.maker());
 
-    EXPECT_EQ(other.preferencesStore().current(), defaultPreferencesState());
+    EXPECT_EQ(other.preferencesStore()->current(), defaultPreferencesState());
     EXPECT_THAT(platform.log().lines(),
                 ElementsAre(LogLine{LogLevel::error, "preferences",
                                     "Failed to load preferences, using defaults: The document is not an object."}));
@@ -259,8 +259,8 @@ TEST_F(AppDelegateTest, APressedShortcutMovesTheFocusedWindow) {
 TEST_F(AppDelegateTest, TheServicesShareTheOnePreferencesStore) {
     delegate->applicationDidFinishLaunching();
     const SimulatedWindowID id = openWindow();
-    delegate->preferencesStore().setOuterPadding(10);
-    delegate->preferencesStore().setShortcut(WindowAction::maximizeWindow, {{122, ShortcutModifiers(0x1000)}, "F1"});
+    delegate->preferencesStore()->setOuterPadding(10);
+    delegate->preferencesStore()->setShortcut(WindowAction::maximizeWindow, {{122, ShortcutModifiers(0x1000)}, "F1"});
     platform.runLoop().runPending();
 
     service().press(122, 0x1000);

@@ -39,7 +39,7 @@ HotKeyJudge::HotKeys HotKeyJudge::wanted(const PreferencesState& settings, const
 }
 
 void HotKeyJudge::registerAgain(World& world) {
-    const PreferencesState& settings = world.program().preferencesStore().current();
+    const PreferencesState& settings = world.program().preferencesStore()->current();
     registered_ = wanted(settings, world.taken());
     shortcuts_ = settings.shortcuts;
     disabled_ = settings.disabledShortcutActions;
@@ -51,7 +51,7 @@ void HotKeyJudge::judge(World& world) {
     const bool isRecording = world.program().shortcutRecorderPanel().isRecording();
     const bool isNew = starts_ != world.starts() || recordingsEnded_ != world.recordingsEnded();
     const bool isPublished = publications_ != world.publications();
-    const PreferencesState& settings = world.program().preferencesStore().current();
+    const PreferencesState& settings = world.program().preferencesStore()->current();
     const bool isChanged =
         isPublished && (shortcuts_ != settings.shortcuts || disabled_ != settings.disabledShortcutActions);
     registeredAgain_ = (isNew || isChanged) && !isRecording;

@@ -22,7 +22,7 @@ bool isListed(const std::string& message, const std::vector<MenuItem>& items) {
 void MenuJudge::judgeMenu(World& world, const ManagerModel& model) const {
     const auto& menu = world.shownMenu();
     if (!menu) return;
-    const auto& ignored = world.program().preferencesStore().current().ignoredApps;
+    const auto& ignored = world.program().preferencesStore()->current().ignoredApps;
     const auto own = world.platform().bundle().identifier();
     const auto& front = menu->frontmost;
     const bool isArrangeable = menu->trusted && front && front->bundleIdentifier != own &&

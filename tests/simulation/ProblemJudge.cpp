@@ -60,7 +60,7 @@ void ProblemJudge::judge(World& world, bool registered) {
     starts_ = world.starts();
     const auto& sent = world.platform().simulated().userNotificationCenter().added();
     if (registered) {
-        problems_ = wanted(world.program().preferencesStore().current(), world.taken());
+        problems_ = wanted(world.program().preferencesStore()->current(), world.taken());
         if (world.program().shortcutManager().shortcutIssues() != problems_)
             throw Broken{"problems", fmt::format("there should be: {}", fmt::join(problems_, " "))};
         if (problems_.empty()) notified_.reset();

@@ -76,7 +76,7 @@ void Simulation::judge() {
     judgeEffort(tape, model_.remembered());
     judgeWrites(world_.platform().simulated().accessibility().writes(), tape);
     menu_.judgeMenu(world_, model_);
-    const PreferencesState& preferences = world_.program().preferencesStore().current();
+    const PreferencesState& preferences = world_.program().preferencesStore()->current();
     const auto& displays = world_.platform().desktop().displays;
     model_.read(tape, {preferences, displays, ownIdentifier_}, world_.stepBegin(), world_.settled());
     stories_.follow(model_.happenings(), preferences.clampToVisibleArea, displays);

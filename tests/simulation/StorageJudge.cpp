@@ -11,7 +11,7 @@ constexpr Duration longestDelay = std::chrono::milliseconds(250);
 }  // namespace
 
 void StorageJudge::judge(World& world) {
-    const PreferencesState& settings = world.program().preferencesStore().current();
+    const PreferencesState& settings = world.program().preferencesStore()->current();
     const bool couldStore = world.publications() > world.publicationsWhenStoringFailed();
     if (starts_ != world.starts()) {
         starts_ = world.starts();

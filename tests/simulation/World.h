@@ -88,7 +88,7 @@ public:
 private:
     [[nodiscard]] SimulatedDesktop& desktop() { return platform_.desktop(); }
     [[nodiscard]] SimulatedRunLoop& runLoop() { return platform_.runLoop(); }
-    [[nodiscard]] PreferencesStore& store() { return program_->preferencesStore(); }
+    [[nodiscard]] PreferencesStore& store() { return *program_->preferencesStore(); }
 
     void startProgram();
     void endProgram();

@@ -72,7 +72,8 @@ void World::changeShortcut(const Step& step, Random& random) {
 
 void World::record(const Step& step, Random& random) {
     if (!program_->shortcutRecorderPanel().isRecording())
-        program_->recordShortcut(allWindowActions[step.subject % allWindowActions.size()]);
+        program_->shortcutRecorderPanel().open(allWindowActions[step.subject % allWindowActions.size()],
+                                               program_->preferencesStore());
     for (std::uint32_t answers = random.below(3); answers > 0; --answers) answerRecorder(random);
     if (random.chance(60)) program_->shortcutRecorderPanel().cancel();
     did(program_->shortcutRecorderPanel().isRecording() ? "a shortcut is being recorded"
