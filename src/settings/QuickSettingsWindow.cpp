@@ -6,6 +6,7 @@
 #include "platform/Workspace.h"
 #include "settings/ApplicationIconProvider.h"
 #include "settings/ApplicationIconSource.h"
+#include "settings/KeyRepeats.h"
 #include "settings/QuickRecorderWindow.h"
 #include "settings/SettingsModule.h"
 #include "settings/WindowFrame.h"
@@ -53,6 +54,7 @@ QuickSettingsWindow::QuickSettingsWindow(const SettingsServices& services, const
       activation_(platform.defaultNotificationCenter,
                   platform.defaultNotificationCenter.addObserver(NotificationName::applicationBecameActive,
                                                                  [this](const Notification&) { becameActive(); })) {
+    new KeyRepeats(this);
     setTitle(tr("Velmorand Settings"));
     setColor(paper);
     setMinimumSize(smallestContentSize);

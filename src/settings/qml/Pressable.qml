@@ -34,7 +34,8 @@ Item {
     Keys.onEnterPressed: event => root.pressByReturn(event)
     Keys.onSpacePressed: event => {
         root.isFocusedByPointer = false;
-        root.isHeldByKey = true;
+        if (!event.isAutoRepeat)
+            root.isHeldByKey = true;
     }
     Keys.onReleased: event => {
         if (event.key !== Qt.Key_Space || event.isAutoRepeat || !root.isHeldByKey)

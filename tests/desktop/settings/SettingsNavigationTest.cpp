@@ -97,8 +97,7 @@ TEST_F(SettingsNavigationTest, TheLinksBeginAMailToTheContactAddress) {
     EXPECT_TRUE(observer().waitUntil([&] { return mails().size() > before.size(); }));
     pause();
     const std::string begun = mails().substr(before.size());
-    // On a busy machine the toolkit may take a repetition for a press; there are about thirty of them.
-    EXPECT_LE(std::ranges::count(begun, '\n'), 4) << "a key that is held presses once\n" << begun;
+    EXPECT_EQ(std::ranges::count(begun, '\n'), 1) << "a key that is held presses once\n" << begun;
 }
 
 TEST_F(SettingsNavigationTest, WithoutAMailProgramTheUserIsToldTheAddress) {
