@@ -218,15 +218,20 @@ void World::chooseFromMenu(WindowAction action) {
     item.closeMenu();
 }
 
-/// Never backwards while something moves: it would stand still until the clock has caught up.
+/// Never far back while something moves: it would stand still until the clock has caught up.
 void World::setClock(Random& random) {
+    clockWasSet_ = true;
+    did("the clock is set");
+    if (random.chance(40)) {
+        runLoop().setDate(runLoop().date() + std::chrono::milliseconds(random.below(400)) -
+                          std::chrono::milliseconds(200));
+        return;
+    }
     const auto hours = std::chrono::duration_cast<Date::duration>(
         std::chrono::duration<double, std::ratio<3600>>(random.between(0, 2)));
     const bool isQuiet = !random.chance(50);
     settle(isQuiet ? Duration(std::chrono::seconds(2)) : Duration::zero());
     runLoop().setDate(isQuiet ? runLoop().date() - hours : runLoop().date() + hours);
-    clockWasSet_ = true;
-    did("the clock is set");
 }
 
 }  // namespace velmorand::simulation

@@ -119,6 +119,7 @@ private:
     void slowApplication(const Step& step, Random& random);
     void interrupt(const Step& step, Random& random);
     void happenInTheMiddle(const Step& step);
+    void hesitate();
     void tellOfEnd(std::int32_t pid);
     void changeDisplays(std::vector<DisplayDescription> displays);
     void changeTrust(Random& random);

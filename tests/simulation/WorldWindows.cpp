@@ -102,8 +102,8 @@ void World::closeWindow(const Step& step) {
 void World::switchApplication(const Step& step, Random& random) {
     desktop().frontmost.reset();
     if (random.chance(96)) desktop().frontmost = applicationFor(step);
-    did(desktop().frontmost ? fmt::format("application {} comes to the front", *desktop().frontmost)
-                            : "nothing is in front");
+    const auto front = desktop().frontmost;
+    did(front ? fmt::format("application {} comes to the front", *front) : "nothing is in front");
 }
 
 void World::quitApplication(const Step& step, Random& random) {
@@ -144,7 +144,8 @@ void World::slowApplication(const Step& step, Random& random) {
     const auto pid = applicationFor(step);
     if (!pid) return;
     double& seconds = desktop().process(*pid).answerSeconds;
-    seconds = random.chance(60) ? 0 : random.chance(80) ? random.between(0.01, 0.06) : random.between(0.06, 0.8);
+    seconds = random.chance(80) ? random.between(0.01, 0.06) : random.between(0.06, 0.8);
+    if (random.chance(60)) seconds = 0;
     did(fmt::format("application {} takes {:.3f} s over every answer", *pid, seconds));
 }
 
@@ -159,7 +160,7 @@ void World::happenInTheMiddle(const Step& step) {
     Random random(step.seed + 1);
     const auto pid = applicationFor(step);
     const auto id = windowFor(step);
-    switch (random.below(5)) {
+    switch (random.below(7)) {
         case 0:
             if (id) desktop().closeWindow(*id);
             return;
@@ -175,8 +176,19 @@ void World::happenInTheMiddle(const Step& step) {
         case 3:
             if (id) desktop().window(*id).frame = makeWindow(random).frame;
             return;
-        default: desktop().trusted = random.chance(70);
+        case 4: desktop().trusted = random.chance(70); return;
+        default: hesitate();
     }
+}
+
+/// The application in front does not answer for the rest of this turn.
+void World::hesitate() {
+    SimulatedProcess* process = desktop().frontmost ? desktop().findProcess(*desktop().frontmost) : nullptr;
+    if (process == nullptr || process->frozen) return;
+    process->frozen = true;
+    runLoop().post([this, pid = process->pid] {
+        if (SimulatedProcess* alive = desktop().findProcess(pid)) alive->frozen = false;
+    });
 }
 
 void World::changeDisplays(std::vector<DisplayDescription> displays) {
