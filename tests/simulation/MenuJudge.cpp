@@ -56,7 +56,8 @@ void MenuJudge::judgeIcon(World& world, const ManagerModel& model) {
         listed_ = told;
         tellings_ = told->number;
     }
-    if (world.shownMenu() && world.shownMenu()->chosen && !model.lastWasRefused()) listed_.reset();
+    const auto& menu = world.shownMenu();
+    if (menu && menu->chosen && !model.lastWasRefused()) listed_.reset();
 
     const std::string& toolTip = world.platform().statusBar().items().front()->toolTip();
     const bool mayRest = !told || world.now().time >= told->at.time + warningLasts;

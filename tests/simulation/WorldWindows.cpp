@@ -183,7 +183,8 @@ void World::happenInTheMiddle(const Step& step) {
 
 /// The application in front does not answer for the rest of this turn.
 void World::hesitate() {
-    SimulatedProcess* process = desktop().frontmost ? desktop().findProcess(*desktop().frontmost) : nullptr;
+    const auto front = desktop().frontmost;
+    SimulatedProcess* process = front ? desktop().findProcess(*front) : nullptr;
     if (process == nullptr || process->frozen) return;
     process->frozen = true;
     runLoop().post([this, pid = process->pid] {
