@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,7 @@ protected:
 
 class KeyRepeatsTest : public testing::Test {
 protected:
+    KeyRepeatsTest() { new KeyRepeats(&window); }  // which belongs to it
     void send(QEvent::Type type, int key, quint64 time, bool isRepetition = false) {
         QKeyEvent event(type, key, Qt::NoModifier, {}, isRepetition);
         event.setTimestamp(time);
@@ -36,7 +38,11 @@ protected:
     }
 
     NotingWindow window;
-    KeyRepeats repeats{&window};
+
+private:
+    int argumentCount_ = 1;
+    std::array<char*, 2> arguments_{const_cast<char*>("test"), nullptr};
+    QCoreApplication application_{argumentCount_, arguments_.data()};
 };
 
 TEST_F(KeyRepeatsTest, APressAtTheTimeOfItsReleaseIsARepetition) {
