@@ -154,7 +154,7 @@ QtObject {
     readonly property int capSpacing: 3
     readonly property int greetingHeight: 120
     readonly property int sidebarWidth: 200
-    readonly property int recorderWidth: 480
+    readonly property int recorderWidth: Math.min(theme.scaled(480), 640)
     readonly property int symbolSize: 16
     readonly property int statusSymbolSize: 18
     readonly property int placeholderSize: 36

@@ -66,6 +66,7 @@ Pressable {
             ShortcutChips {
                 id: chips
 
+                width: parent.width - pencil.width - BrandTheme.symbolSpacing
                 visible: root.row.hasShortcut
                 glyphs: root.row.glyphs
                 spoken: root.row.spoken
@@ -84,6 +85,8 @@ Pressable {
             }
 
             Symbol {
+                id: pencil
+
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
                 name: "pencil"

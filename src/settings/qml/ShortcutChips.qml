@@ -3,8 +3,9 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Velmorand.Settings
 
-/// A shortcut as a row of key caps, which is read as one sentence.
-Row {
+/// A shortcut as a row of key caps, which is read as one sentence. What does not fit into the width that it is given goes
+/// on in another line, and a cap that is wider than a line is cut.
+Flow {
     id: root
 
     /// The modifiers' symbols in their order, then the key's glyph.
@@ -26,6 +27,7 @@ Row {
 
             glyph: modelData
             isLarge: root.areLarge
+            largestWidth: root.width
         }
     }
 }

@@ -8,11 +8,15 @@ Rectangle {
     required property string glyph
     /// As the recorder shows it.
     property bool isLarge: false
+    /// What is longer is cut.
+    property real largestWidth: Infinity
 
+    readonly property int sidePadding: root.isLarge ? 9 : 4
+    readonly property real natural: Math.ceil(label.implicitWidth) + 2 * root.sidePadding
     readonly property int smallest: root.isLarge ? 40 : 20
     readonly property int lip: root.isLarge ? 3 : 2
 
-    implicitWidth: Math.max(BrandTheme.scaled(root.smallest), Math.ceil(label.implicitWidth) + (root.isLarge ? 18 : 8))
+    implicitWidth: Math.min(Math.max(BrandTheme.scaled(root.smallest), root.natural), root.largestWidth)
     implicitHeight: Math.max(BrandTheme.scaled(root.smallest), label.implicitHeight + 4)
     radius: root.isLarge ? BrandTheme.controlRadius : BrandTheme.capRadius
     color: BrandTheme.line
@@ -35,8 +39,11 @@ Rectangle {
 
             anchors.centerIn: parent
             anchors.verticalCenterOffset: label.drop
+            width: Math.min(label.implicitWidth, root.largestWidth - 2 * root.sidePadding)
             role: root.isLarge ? BrandTheme.largeKeyCap : BrandTheme.keyCap
             text: root.glyph
+            elide: Text.ElideRight
+            maximumLineCount: 1
             Accessible.ignored: true
         }
     }
