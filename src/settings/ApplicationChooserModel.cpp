@@ -4,6 +4,7 @@
 #include "platform/RunLoop.h"
 #include "platform/Workspace.h"
 #include "settings/QtText.h"
+#include "settings/ShownText.h"
 
 #include <QDir>
 #include <QFile>
@@ -102,7 +103,7 @@ void ApplicationChooserModel::openPath(const QString& path) {
 void ApplicationChooserModel::openLocation(const std::filesystem::path& location) {
     std::error_code error;
     const std::filesystem::path whole = location.lexically_normal();
-    const QString name = toQString(validUtf8(whole.string()));
+    const QString name = shownText(toQString(validUtf8(whole.string())));
     if (!std::filesystem::exists(whole, error))
         setOtherProblem(tr("There is no “%1”.").arg(name));
     else if (!std::filesystem::is_directory(whole, error))
@@ -117,7 +118,7 @@ void ApplicationChooserModel::addOther(const std::filesystem::path& file) {
     const auto identifier = workspace_.bundleIdentifier(file);
     if (!identifier) {
         setOtherProblem(tr("“%1” is not an application with windows of its own.")
-                            .arg(toQString(validUtf8(file.filename().string()))));
+                            .arg(shownText(toQString(validUtf8(file.filename().string())))));
         return;
     }
     const int row = applications_.choose({file, *identifier, workspace_.displayName(file), workspace_.icon(file)});

@@ -5,6 +5,7 @@
 #include "settings/ApplicationIconSource.h"
 #include "settings/NameCollator.h"
 #include "settings/QtText.h"
+#include "settings/ShownText.h"
 
 #include <algorithm>
 #include <system_error>
@@ -97,8 +98,8 @@ QVariant ApplicationFolderModel::data(const QModelIndex& index, int role) const 
     const Entry& entry = entries_[static_cast<std::size_t>(index.row())];
     switch (role) {
         case Qt::DisplayRole:
-        case nameRole: return entry.name;
-        case fileNameRole: return entry.fileName;
+        case nameRole: return shownName(entry.name);
+        case fileNameRole: return shownText(entry.fileName);
         case iconRole: return sourceOfIcon(entry.icon);
         case folderRole: return entry.isFolder;
         default: return {};

@@ -49,8 +49,8 @@ public:
     [[nodiscard]] int rowOf(const std::filesystem::path& fileName) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-    /// `nameRole` is the application's name where there is one, `fileNameRole` what the file is called. `iconRole` is an
-    /// address for a view; empty without an icon.
+    /// `nameRole` is the application's name where there is one, `fileNameRole` what the file is called, both
+    /// as a reader is to see them (`ShownText.h`). `iconRole` is an address for a view; empty without an icon.
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 

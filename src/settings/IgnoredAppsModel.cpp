@@ -4,6 +4,7 @@
 #include "preferences/PreferencesStore.h"
 #include "settings/ApplicationIconSource.h"
 #include "settings/QtText.h"
+#include "settings/ShownText.h"
 
 #include <QPointer>
 #include <algorithm>
@@ -104,8 +105,8 @@ QVariant IgnoredAppsModel::data(const QModelIndex& index, int role) const {
     const IgnoredAppDisplay& row = rows_[static_cast<std::size_t>(index.row())];
     switch (role) {
         case Qt::DisplayRole:
-        case nameRole: return toQString(row.name);
-        case identifierRole: return toQString(row.bundleID);
+        case nameRole: return shownName(toQString(row.name));
+        case identifierRole: return shownIdentifier(toQString(row.bundleID));
         case iconRole: return sourceOfIcon(row.icon);
         default: return {};
     }

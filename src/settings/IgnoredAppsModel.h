@@ -45,7 +45,8 @@ public:
     Q_INVOKABLE void refresh();
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-    /// `iconRole` is an address for a view; empty without an icon.
+    /// `nameRole` and `identifierRole` are as a reader is to see them (`ShownText.h`). `iconRole` is an address for a view;
+    /// empty without an icon.
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 

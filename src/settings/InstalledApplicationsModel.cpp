@@ -4,6 +4,7 @@
 #include "settings/NameCollator.h"
 #include "settings/QtText.h"
 #include "settings/SearchKey.h"
+#include "settings/ShownText.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -112,8 +113,8 @@ QVariant InstalledApplicationsModel::data(const QModelIndex& index, int role) co
     const Entry& entry = entries_[shown_[static_cast<std::size_t>(index.row())]];
     switch (role) {
         case Qt::DisplayRole:
-        case nameRole: return entry.name;
-        case identifierRole: return entry.identifier;
+        case nameRole: return shownName(entry.name);
+        case identifierRole: return shownIdentifier(entry.identifier);
         case iconRole: return sourceOfIcon(entry.application.icon);
         case chosenRole: return entry.isChosen;
         default: return {};

@@ -47,6 +47,17 @@ TEST_F(ApplicationFolderModelTest, ShowsNothingAtFirst) {
     EXPECT_FALSE(model.hasParent());
 }
 
+TEST_F(ApplicationFolderModelTest, ShowsWhatCannotBeShownAsItIs) {
+    write("a\nb/some.txt");
+    writeApplication("\u202Emoc.desktop", {"org.example.Editor", "Two\nLines"});
+
+    EXPECT_TRUE(model.enter(folder.path()));
+
+    EXPECT_THAT(names(), ElementsAre("a�b", "Two�Lines"));
+    EXPECT_THAT(texts(ApplicationFolderModel::fileNameRole), ElementsAre("a�b", "�moc.desktop"));
+    EXPECT_EQ(model.location(0), folder.path() / "a\nb");
+}
+
 TEST_F(ApplicationFolderModelTest, ShowsFoldersAndThenApplicationsByTheirNames) {
     write("Tools/some.txt");
     write("archive 10/some.txt");

@@ -170,6 +170,19 @@ TEST_F(IgnoredAppsModelTest, KeepsNamesOfAnyLengthAndDirection) {
     EXPECT_THAT(names(), ElementsAre(QString::fromStdString(longName), QString::fromUtf8("עורך טקסט")));
 }
 
+TEST_F(IgnoredAppsModelTest, ShowsAndRemovesWhatCannotBeShownAsItIs) {
+    ignore({"", "a\nb", "app.\u202Emoc"});
+    install("a\nb", "Two\nLines");
+    model->refresh();
+
+    EXPECT_THAT(names(), ElementsAre("Unnamed app", "Two�Lines", "app.�moc"));
+    EXPECT_THAT(identifiers(), ElementsAre("Blank identifier", "a�b", "app.�moc"));
+    model->remove(2);
+    model->remove(1);
+    model->remove(0);
+    EXPECT_THAT(preferencesStore->current().ignoredApps, IsEmpty());
+}
+
 TEST_F(IgnoredAppsModelTest, AsksWhichApplicationsToIgnore) {
     model->addApplications();
 

@@ -53,6 +53,15 @@ private:
     QLocale before_;
 };
 
+TEST_F(InstalledApplicationsModelTest, ShowsAndChoosesWhatCannotBeShownAsItIs) {
+    model.setApplications({application("a\nb", "Two\nLines"), application("blank", " ")}, true);
+
+    EXPECT_THAT(names(), ElementsAre("Unnamed app", "Two�Lines"));
+    EXPECT_THAT(texts(InstalledApplicationsModel::identifierRole), ElementsAre("blank", "a�b"));
+    model.setChosen(1, true);
+    EXPECT_THAT(chosen(), ElementsAre("a\nb"));
+}
+
 TEST_F(InstalledApplicationsModelTest, IsEmptyAtFirst) {
     EXPECT_EQ(model.count(), 0);
     EXPECT_EQ(model.chosenCount(), 0);

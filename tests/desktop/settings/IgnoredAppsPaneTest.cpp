@@ -168,5 +168,16 @@ TEST_F(IgnoredAppsPaneTest, LongAndForeignNamesLeaveTheButtonsWhereTheyAre) {
     }
 }
 
+TEST_F(IgnoredAppsPaneTest, IdentifiersThatCannotBeReadHaveARowLikeOthers) {
+    storeIgnored({"", "a.short", "b\\nin\\nlines", "c.\u202Emoc"});
+    ASSERT_NO_FATAL_FAILURE(openPane());
+
+    const PixelRect usual = frameOf("list item", "a.short");
+    for (const char* name : {"Unnamed app", "b�in�lines", "c.�moc"})
+        EXPECT_EQ(frameOf("list item", name).height, usual.height) << name;
+    for (const char* name : {"Remove Unnamed app", "Remove b�in�lines", "Remove c.�moc"}) press("push button", name);
+    EXPECT_TRUE(areIgnored({"a.short"})) << stored();
+}
+
 }  // namespace
 }  // namespace velmorand::desktop
