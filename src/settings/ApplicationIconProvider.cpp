@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QIcon>
 #include <algorithm>
+#include <optional>
 
 namespace velmorand {
 namespace {
@@ -21,13 +22,22 @@ QIcon iconOf(const ApplicationIcon& icon) {
     return {};
 }
 
+QPixmap pixmapOf(const QString& id, int side) {
+    const auto icon = iconOfSourceId(id);
+    return icon ? iconOf(*icon).pixmap(QSize(side, side), 1.0) : QPixmap();
+}
+
 }  // namespace
 
+bool hasPictureOfIcon(const QString& source) {
+    const auto id = idOfSource(source);
+    return id && !pixmapOf(*id, usualSize).isNull();
+}
+
 QPixmap ApplicationIconProvider::requestPixmap(const QString& id, QSize* size, const QSize& requestedSize) {
-    const auto icon = iconOfSourceId(id);
     const int wanted = std::max(requestedSize.width(), requestedSize.height());
     const int side = std::min(wanted > 0 ? wanted : usualSize, largestSize);
-    const QPixmap pixmap = icon ? iconOf(*icon).pixmap(QSize(side, side), 1.0) : QPixmap();
+    const QPixmap pixmap = pixmapOf(id, side);
     if (size != nullptr) *size = pixmap.size();
     return pixmap;
 }

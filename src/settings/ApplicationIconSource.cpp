@@ -14,15 +14,25 @@ constexpr std::array<std::pair<ApplicationIcon::Source, const char*>, 2> kinds{
 /// Safe in an address, whatever the name is, and the same again after it was decoded and encoded on its way.
 constexpr auto encoding = QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals;
 
+QString startOfSources() {
+    return QStringLiteral("image://%1/").arg(QLatin1StringView(applicationIconProviderName));
+}
+
 }  // namespace
 
 QString sourceOfIcon(const std::optional<ApplicationIcon>& icon) {
     if (!icon) return {};
-    QString source = QStringLiteral("image://%1/").arg(QLatin1StringView(applicationIconProviderName));
+    QString source = startOfSources();
     for (const auto& [kind, prefix] : kinds) {
         if (kind == icon->source) source += QLatin1StringView(prefix);
     }
     return source + QString::fromLatin1(QByteArray::fromStdString(icon->name).toBase64(encoding));
+}
+
+std::optional<QString> idOfSource(const QString& source) {
+    const QString start = startOfSources();
+    if (!source.startsWith(start)) return std::nullopt;
+    return source.sliced(start.size());
 }
 
 std::optional<ApplicationIcon> iconOfSourceId(const QString& id) {

@@ -13,6 +13,9 @@ inline constexpr const char* applicationIconProviderName = "application-icon";
 /// The address under which a view finds the icon; empty without one. There may be no picture behind it.
 [[nodiscard]] QString sourceOfIcon(const std::optional<ApplicationIcon>& icon);
 
+/// The last part of such an address, with which the provider is asked; absent for any other text.
+[[nodiscard]] std::optional<QString> idOfSource(const QString& source);
+
 /// The icon that the last part of such an address stands for; absent for any other text.
 [[nodiscard]] std::optional<ApplicationIcon> iconOfSourceId(const QString& id);
 

@@ -1,5 +1,7 @@
 #include "settings/DesktopLook.h"
 
+#include "settings/ApplicationIconProvider.h"
+
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QQmlEngine>
@@ -36,6 +38,10 @@ void DesktopLook::offerTo(QQmlEngine& engine) {
 
 DesktopLook* DesktopLook::create(const QQmlEngine* engine, const QJSEngine* /*scriptEngine*/) {
     return engine->property(engineProperty).value<DesktopLook*>();
+}
+
+bool DesktopLook::hasPicture(const QString& iconSource) {
+    return hasPictureOfIcon(iconSource);
 }
 
 void DesktopLook::setReducesMotion(bool reducesMotion) {

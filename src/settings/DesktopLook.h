@@ -31,6 +31,9 @@ public:
     [[nodiscard]] bool reducesMotion() const { return reducesMotion_; }
     void setReducesMotion(bool reducesMotion);
 
+    /// Whether there is a picture behind the address of an application's icon: in the desktop's theme, or in a file.
+    Q_INVOKABLE static bool hasPicture(const QString& iconSource);
+
 Q_SIGNALS:
     void reducesMotionChanged();
 

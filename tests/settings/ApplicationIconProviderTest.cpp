@@ -31,6 +31,9 @@ protected:
         const QString address = sourceOfIcon(ApplicationIcon{source, name});
         return provider.requestPixmap(address.section(u'/', 3), &told, size);
     }
+    [[nodiscard]] static bool has(ApplicationIcon::Source source, const std::string& name) {
+        return hasPictureOfIcon(sourceOfIcon(ApplicationIcon{source, name}));
+    }
     [[nodiscard]] std::string at(const std::string& file) const { return (folder.path() / file).string(); }
 
     ScratchFolder folder;
@@ -74,6 +77,19 @@ TEST_F(ApplicationIconProviderTest, HasNoPictureOfWhatIsNotThereOrIsNone) {
     EXPECT_TRUE(picture(ApplicationIcon::Source::file, at("text.png")).isNull());
     EXPECT_TRUE(picture(ApplicationIcon::Source::file, at("cut off.svg")).isNull());
     EXPECT_TRUE(provider.requestPixmap(QStringLiteral("nonsense"), nullptr, {}).isNull());
+}
+
+TEST_F(ApplicationIconProviderTest, KnowsWhereThereIsAPicture) {
+    folder.write("picture.svg", square);
+    folder.write("text.png", "no picture");
+
+    EXPECT_TRUE(has(ApplicationIcon::Source::theme, "editor"));
+    EXPECT_FALSE(has(ApplicationIcon::Source::theme, "viewer"));
+    EXPECT_TRUE(has(ApplicationIcon::Source::file, at("picture.svg")));
+    EXPECT_FALSE(has(ApplicationIcon::Source::file, at("text.png")));
+    EXPECT_FALSE(has(ApplicationIcon::Source::file, at("missing.png")));
+    EXPECT_FALSE(hasPictureOfIcon({}));
+    EXPECT_FALSE(hasPictureOfIcon(QStringLiteral("image://other/theme/ZWRpdG9y")));
 }
 
 }  // namespace

@@ -5,7 +5,7 @@ import Velmorand.Settings
 Item {
     id: root
 
-    /// Where the icon is; empty without one.
+    /// Where the icon is; empty without one. There may be no picture behind it.
     required property string source
 
     implicitWidth: BrandTheme.placeholderSize
@@ -19,12 +19,12 @@ Item {
         sourceSize.width: root.width
         sourceSize.height: root.height
         fillMode: Image.PreserveAspectFit
-        source: root.source
+        source: DesktopLook.hasPicture(root.source) ? root.source : ""
         Accessible.ignored: true
     }
 
     Symbol {
-        visible: image.status === Image.Null || image.status === Image.Error
+        visible: image.status !== Image.Ready
         size: root.width
         name: "app.dashed"
         color: BrandTheme.stone

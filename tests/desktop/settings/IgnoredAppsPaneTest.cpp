@@ -179,5 +179,15 @@ TEST_F(IgnoredAppsPaneTest, IdentifiersThatCannotBeReadHaveARowLikeOthers) {
     EXPECT_TRUE(areIgnored({"a.short"})) << stored();
 }
 
+TEST_F(IgnoredAppsPaneTest, AnIconThatIsNotThereIsNoError) {
+    install("org.example.Editor", "Editor", "Exec=true\nIcon=/nowhere/editor.png\n");
+    install("org.example.Paintbox", "Paintbox", "Exec=true\nIcon=no-such-icon\n");
+    storeIgnored({"org.example.Editor", "org.example.Paintbox"});
+    ASSERT_NO_FATAL_FAILURE(openPane());
+
+    expectShown("list item", "Paintbox");
+    EXPECT_FALSE(program().log().contains(" error: ")) << program().log();
+}
+
 }  // namespace
 }  // namespace velmorand::desktop
