@@ -10,7 +10,10 @@ Item {
     property bool isFirst: false
     default property alias content: holder.data
 
-    implicitHeight: Math.max(52, titleText.height + 32)
+    /// For what stands at the right.
+    readonly property real room: root.width - titleText.width - 16
+
+    implicitHeight: Math.max(52, titleText.height + 32, valueText.height + 32, holder.height + 32)
 
     Rectangle {
         width: parent.width
@@ -29,10 +32,15 @@ Item {
     }
 
     Txt {
+        id: valueText
+
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         visible: root.value.length > 0
         role: BrandTheme.quiet
+        width: Math.min(implicitWidth, root.room)
+        horizontalAlignment: Text.AlignRight
+        wrapMode: Text.Wrap
         text: root.value
     }
 

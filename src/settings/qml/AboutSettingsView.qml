@@ -31,20 +31,26 @@ Column {
                 width: parent.width - x
 
                 Txt {
+                    width: parent.width
                     role: BrandTheme.aboutName
                     isHeading: true
                     text: "Velmorand"
+                    wrapMode: Text.Wrap
                 }
 
                 Txt {
+                    width: parent.width
                     role: BrandTheme.tagLine
                     text: qsTr("Arrange • Snap • Focus")
+                    wrapMode: Text.Wrap
                 }
 
                 Txt {
                     topPadding: 8 + lead
+                    width: parent.width
                     role: BrandTheme.caption
                     text: qsTr("Version %1").arg(root.model.information.versionText)
+                    wrapMode: Text.Wrap
                 }
             }
         }
@@ -56,11 +62,14 @@ Column {
         bottomPadding: 4
 
         AboutRow {
+            id: support
+
             width: parent.width
             isFirst: true
             title: qsTr("Support")
 
             LinkText {
+                width: Math.min(implicitWidth, support.room)
                 isAtTheEnd: true
                 text: root.model.information.contactAddress
                 onClicked: root.model.writeToSupport()
@@ -82,19 +91,25 @@ Column {
 
     Item {
         width: parent.width
-        height: 36
+        height: Math.max(36, closing.height)
 
         Row {
+            id: closing
+
             anchors.centerIn: parent
             spacing: BrandTheme.symbolSpacing
 
             Symbol {
+                id: heart
+
                 anchors.verticalCenter: parent.verticalCenter
                 name: "heart.fill"
                 color: BrandTheme.sand
             }
 
             Txt {
+                width: Math.min(implicitWidth, root.width - heart.width - closing.spacing)
+                wrapMode: Text.Wrap
                 role: BrandTheme.quiet
                 text: qsTr("Thank you for using Velmorand. Happy arranging!")
             }

@@ -153,7 +153,7 @@ QtObject {
     readonly property int headingSpacing: 4
     readonly property int capSpacing: 3
     readonly property int greetingHeight: 120
-    readonly property int sidebarWidth: 200
+    readonly property int sidebarWidth: Math.max(200, Math.min(theme.scaled(140), 280))
     readonly property int recorderWidth: Math.min(theme.scaled(480), 640)
     readonly property int symbolSize: 16
     readonly property int statusSymbolSize: 18

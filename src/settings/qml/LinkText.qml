@@ -29,6 +29,7 @@ Pressable {
 
         x: root.textStart
         width: parent.width - x
+        wrapMode: Text.Wrap
         horizontalAlignment: root.isAtTheEnd ? Text.AlignRight : Text.AlignLeft
         role: BrandTheme.strong
         color: BrandTheme.bronze

@@ -45,6 +45,8 @@ Pressable {
         id: label
 
         x: 38
+        width: root.width - x - 8
+        elide: Text.ElideRight
         anchors.verticalCenter: parent.verticalCenter
         role: root.isSelected ? BrandTheme.strongest : BrandTheme.strong
         text: root.text

@@ -64,6 +64,34 @@ TEST_P(LongTextTest, KeyCapsLeaveThePencilAlone) {
     }
 }
 
+TEST_P(LongTextTest, TheSidebarKeepsItsTextsApartAndToItself) {
+    ASSERT_NO_FATAL_FAILURE(openSmallest(GetParam(), "About"));
+    expectShown("", "Privacy");
+
+    const int border = frameOf("", "Privacy").x;
+    int bottom = 0;
+    for (const char* name : {"Velmorand", "Arrange • Snap • Focus", "General", "Shortcuts", "Ignored Apps", "About"}) {
+        const PixelRect text = frameOf("", name);
+        EXPECT_LE(text.right(), border) << name;
+        EXPECT_GE(text.y, bottom) << name;
+        bottom = text.bottom();
+    }
+    const PixelRect link = frameOf("link", "Help & Support");
+    EXPECT_LE(link.right(), border);
+    EXPECT_GE(link.y, bottom);
+}
+
+TEST_P(LongTextTest, AboutStaysInThePane) {
+    ASSERT_NO_FATAL_FAILURE(openSmallest(GetParam(), "About"));
+
+    const int border = observer().visibleFrame(window()).value_or(PixelRect{}).right();
+    for (const char* name : {"Velmorand collects no data.", "app.velmorand.Velmorand", "support@velmorand.app",
+                             "Thank you for using Velmorand. Happy arranging!"})
+        EXPECT_LT(frameOf("", name).right(), border) << name;
+    EXPECT_GE(frameOf("", "Velmorand collects no data.").x, frameOf("", "Privacy").right());
+    EXPECT_GE(frameOf("", "support@velmorand.app").x, frameOf("", "Support").right());
+}
+
 INSTANTIATE_TEST_SUITE_P(At, LongTextTest, testing::Values(100, 125, 200),
                          [](const auto& percent) { return fmt::format("{}Percent", percent.param); });
 
