@@ -155,6 +155,7 @@ QtObject {
     readonly property int greetingHeight: 120
     readonly property int sidebarWidth: Math.max(200, Math.min(theme.scaled(140), 280))
     readonly property int recorderWidth: Math.min(theme.scaled(480), 640)
+    readonly property int toolTipWidth: 480
     readonly property int symbolSize: 16
     readonly property int statusSymbolSize: 18
     readonly property int placeholderSize: 36

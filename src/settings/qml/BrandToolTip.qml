@@ -8,7 +8,7 @@ T.ToolTip {
 
     x: 0
     y: root.parent ? root.parent.height + 4 : 0
-    implicitWidth: Math.ceil(root.implicitContentWidth) + root.leftPadding + root.rightPadding
+    implicitWidth: Math.min(Math.ceil(root.implicitContentWidth) + root.leftPadding + root.rightPadding, BrandTheme.toolTipWidth)
     implicitHeight: root.implicitContentHeight + root.topPadding + root.bottomPadding
     margins: 8
     verticalPadding: 6
@@ -20,6 +20,9 @@ T.ToolTip {
         role: BrandTheme.caption
         color: BrandTheme.ink
         text: root.text
+        wrapMode: Text.Wrap
+        maximumLineCount: 12
+        elide: Text.ElideRight
     }
 
     background: Rectangle {

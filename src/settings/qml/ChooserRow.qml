@@ -56,32 +56,16 @@ Pressable {
         color: BrandTheme.bronze
     }
 
-    Column {
+    NameAndCaption {
         id: texts
 
         anchors.verticalCenter: parent.verticalCenter
         x: 60
         width: root.width - root.reserved - x - 16
-
-        Txt {
-            width: parent.width
-            horizontalAlignment: Text.AlignLeft
-            role: BrandTheme.strong
-            text: root.name
-            elide: Text.ElideRight
-            Accessible.ignored: true
-        }
-
-        Txt {
-            width: parent.width
-            horizontalAlignment: Text.AlignLeft
-            visible: root.caption.length > 0
-            role: BrandTheme.caption
-            color: root.hovered || root.down ? BrandTheme.ink : BrandTheme.slate
-            text: root.caption
-            elide: Text.ElideMiddle
-            Accessible.ignored: true
-        }
+        name: root.name
+        caption: root.caption
+        captionColor: root.hovered || root.down ? BrandTheme.ink : BrandTheme.slate
+        areRead: false
     }
 
     FocusRing {

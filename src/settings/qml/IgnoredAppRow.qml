@@ -37,28 +37,14 @@ Item {
         source: root.icon
     }
 
-    Column {
+    NameAndCaption {
         id: texts
 
         anchors.verticalCenter: parent.verticalCenter
         x: 52
         width: removeButton.x - x - 16
-
-        Txt {
-            width: parent.width
-            horizontalAlignment: Text.AlignLeft
-            role: BrandTheme.strong
-            text: root.name
-            elide: Text.ElideRight
-        }
-
-        Txt {
-            width: parent.width
-            horizontalAlignment: Text.AlignLeft
-            role: BrandTheme.caption
-            text: root.bundleIdentifier
-            elide: Text.ElideMiddle
-        }
+        name: root.name
+        caption: root.bundleIdentifier
     }
 
     BrandButton {
