@@ -2,11 +2,19 @@
 
 #include "settings/QtText.h"
 #include "settings/ShortcutGlyphs.h"
+#include "settings/TranslatedText.h"
 #include "shortcuts/ShortcutRecorderPanel.h"
 
 #include <utility>
 
 namespace velmorand {
+namespace {
+
+QString text(std::string_view english) {
+    return translated("ShortcutRecorder", english);
+}
+
+}  // namespace
 
 ShortcutRecorderViewModel::ShortcutRecorderViewModel(ShortcutRecorderPanel& panel, QObject* parent)
     : QObject(parent),
@@ -20,7 +28,7 @@ const ShortcutRecorderModel& ShortcutRecorderViewModel::model() const {
 }
 
 QString ShortcutRecorderViewModel::prompt() const {
-    return toQString(recorderPrompt(model()));
+    return text(recorderPrompt).arg(translated("WindowAction", model().actionTitle));
 }
 
 QStringList ShortcutRecorderViewModel::glyphs() const {
@@ -40,7 +48,7 @@ QString ShortcutRecorderViewModel::spoken() const {
 }
 
 QString ShortcutRecorderViewModel::hint() const {
-    return question() == Question::NoQuestion || hintIsError() ? toQString(recorderHint(model())) : QString();
+    return question() == Question::NoQuestion || hintIsError() ? text(recorderHint(model())) : QString();
 }
 
 bool ShortcutRecorderViewModel::hintIsError() const {
@@ -53,30 +61,36 @@ ShortcutRecorderViewModel::Question ShortcutRecorderViewModel::question() const 
     return model().awaitingFragileConfirmation ? Question::Fragile : Question::VoiceOver;
 }
 
+QString ShortcutRecorderViewModel::sentence(std::string_view ShortcutRecorderQuestion::* part) const {
+    const auto asked = recorderQuestion(model());
+    if (!asked) return {};
+    return text(*asked.*part).replace(QStringLiteral("%1"), titlesOf(model().conflictingActions));
+}
+
 QString ShortcutRecorderViewModel::questionTitle() const {
-    return toQString(recorderQuestion(model()).value_or(ShortcutRecorderQuestion{}).message);
+    return sentence(&ShortcutRecorderQuestion::message);
 }
 
 QString ShortcutRecorderViewModel::questionText() const {
-    return toQString(recorderQuestion(model()).value_or(ShortcutRecorderQuestion{}).advice);
+    return sentence(&ShortcutRecorderQuestion::advice);
 }
 
 QString ShortcutRecorderViewModel::cancelTitle() const {
-    return toQString(recorderCancelTitle);
+    return text(recorderCancelTitle);
 }
 
 QString ShortcutRecorderViewModel::confirmTitle() const {
     switch (question()) {
         case Question::NoQuestion: return {};
-        case Question::Conflict: return toQString(recorderReplaceTitle);
+        case Question::Conflict: return text(recorderReplaceTitle);
         case Question::Fragile:
-        case Question::VoiceOver: return toQString(recorderUseAnywayTitle);
+        case Question::VoiceOver: return text(recorderUseAnywayTitle);
     }
     std::unreachable();
 }
 
 QString ShortcutRecorderViewModel::removeTitle() const {
-    return model().hasCurrentShortcut ? toQString(recorderRemoveTitle) : QString();
+    return model().hasCurrentShortcut ? text(recorderRemoveTitle) : QString();
 }
 
 void ShortcutRecorderViewModel::cancel() {

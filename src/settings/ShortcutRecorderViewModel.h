@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 #include <optional>
+#include <string_view>
 
 namespace velmorand {
 
@@ -79,6 +80,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] const ShortcutRecorderModel& model() const;
+    [[nodiscard]] QString sentence(std::string_view ShortcutRecorderQuestion::* part) const;
 
     ShortcutRecorderPanel& panel_;
     Subscription model_;

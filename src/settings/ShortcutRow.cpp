@@ -2,6 +2,7 @@
 
 #include "settings/QtText.h"
 #include "settings/ShortcutGlyphs.h"
+#include "settings/TranslatedText.h"
 
 #include <utility>
 #include <variant>
@@ -27,7 +28,7 @@ ShortcutRow::ShortcutRow(WindowAction action, std::function<void()> record, QObj
     : QObject(parent), action_(action), record_(std::move(record)) {}
 
 QString ShortcutRow::title() const {
-    return toQString(metadata(action_).title);
+    return titleOf(action_);
 }
 
 QString ShortcutRow::toolTip() const {

@@ -2,10 +2,10 @@
 
 #include "preferences/PreferencesStore.h"
 #include "settings/QtText.h"
+#include "settings/TranslatedText.h"
 #include "shortcuts/ShortcutManager.h"
 #include "shortcuts/ShortcutRecorderPanel.h"
 
-#include <QStringList>
 #include <utility>
 
 namespace velmorand {
@@ -66,11 +66,9 @@ QString ShortcutSettingsModel::problemOf(WindowAction action) const {
 QString ShortcutSettingsModel::conflictOf(WindowAction action) const {
     const auto shortcut = preferencesStore_->effectiveShortcut(action);
     if (!shortcut) return {};
-    QStringList titles;
-    for (const WindowAction other :
-         preferencesStore_->conflictingActions(shortcut->hotKey.keyCode, shortcut->hotKey.modifiers, action))
-        titles.append(toQString(metadata(other).title));
-    return titles.isEmpty() ? QString() : tr("Conflicts with %1").arg(titles.join(QStringLiteral(", ")));
+    const auto others =
+        preferencesStore_->conflictingActions(shortcut->hotKey.keyCode, shortcut->hotKey.modifiers, action);
+    return others.empty() ? QString() : tr("Conflicts with %1").arg(titlesOf(others));
 }
 
 }  // namespace velmorand

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/TranslatableText.h"
 #include "shortcuts/KeyboardShortcut.h"
 #include "windows/WindowAction.h"
 
@@ -32,28 +33,33 @@ struct ShortcutRecorderModel {
     bool operator==(const ShortcutRecorderModel&) const = default;
 };
 
-/// The question that waits for an answer: what is the matter, and what follows or helps.
+// All texts below are English, and translated in the context "ShortcutRecorder" where they are drawn.
+
+/// The question that waits for an answer: what is the matter, and what follows or helps. A "%1" in them stands for the
+/// titles of the conflicting actions.
 struct ShortcutRecorderQuestion {
-    std::string message;
-    std::string advice;
+    std::string_view message;
+    std::string_view advice;
 
     bool operator==(const ShortcutRecorderQuestion&) const = default;
 };
 
 /// The title of the panel's window.
-inline constexpr std::string_view recorderTitle = "Record Shortcut";
+inline constexpr std::string_view recorderTitle = translatable("ShortcutRecorder", "Record Shortcut");
 /// The title of the button that ends recording without a change.
-inline constexpr std::string_view recorderCancelTitle = "Cancel";
+inline constexpr std::string_view recorderCancelTitle = translatable("ShortcutRecorder", "Cancel");
 /// The title of the button that takes a combination from the actions that have it.
-inline constexpr std::string_view recorderReplaceTitle = "Replace";
+inline constexpr std::string_view recorderReplaceTitle = translatable("ShortcutRecorder", "Replace");
 /// The title of the button that confirms a combination in spite of a warning.
-inline constexpr std::string_view recorderUseAnywayTitle = "Use Anyway";
+inline constexpr std::string_view recorderUseAnywayTitle = translatable("ShortcutRecorder", "Use Anyway");
 /// The title of the button that takes the action's shortcut away.
-inline constexpr std::string_view recorderRemoveTitle = "Remove Current Shortcut";
+inline constexpr std::string_view recorderRemoveTitle = translatable("ShortcutRecorder", "Remove Current Shortcut");
 /// The hint after a combination without Command, Control or Option.
-inline constexpr std::string_view recorderModifierHint = "Include at least one of Command, Control, or Option.";
+inline constexpr std::string_view recorderModifierHint =
+    translatable("ShortcutRecorder", "Include at least one of Command, Control, or Option.");
 
-[[nodiscard]] std::string recorderPrompt(const ShortcutRecorderModel& model);
+/// What the user is asked to do; "%1" stands for the title of the action.
+inline constexpr std::string_view recorderPrompt = translatable("ShortcutRecorder", "Press the new shortcut for %1");
 
 /// The error hint, or else how recording ends.
 [[nodiscard]] std::string recorderHint(const ShortcutRecorderModel& model);

@@ -38,8 +38,8 @@ protected:
     [[nodiscard]] std::vector<std::string> message() {
         const auto question = recorderQuestion(model());
         if (!question) return {recorderHint(model())};
-        if (!model().hint) return {question->message, question->advice};
-        return {question->message, question->advice, recorderHint(model())};
+        if (!model().hint) return {std::string(question->message), std::string(question->advice)};
+        return {std::string(question->message), std::string(question->advice), recorderHint(model())};
     }
     [[nodiscard]] std::optional<KeyboardShortcut> shortcut(WindowAction action) {
         return preferencesStore->effectiveShortcut(action);

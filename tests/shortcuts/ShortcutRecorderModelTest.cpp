@@ -9,8 +9,8 @@ using enum WindowAction;
 
 const KeyboardShortcut combination{{40, ShortcutModifiers::option}, "K"};
 
-TEST(ShortcutRecorderModelTest, ThePromptNamesTheAction) {
-    EXPECT_EQ(recorderPrompt({.actionTitle = "Top Left"}), "Press the new shortcut for Top Left");
+TEST(ShortcutRecorderModelTest, ThePromptHasAPlaceForTheAction) {
+    EXPECT_EQ(recorderPrompt, "Press the new shortcut for %1");
 }
 
 TEST(ShortcutRecorderModelTest, TheHintSaysHowToCancelUnlessSomethingWasWrong) {
@@ -24,13 +24,10 @@ TEST(ShortcutRecorderModelTest, NothingIsAskedWithoutAPendingCombination) {
     EXPECT_EQ(recorderQuestion({.conflictingActions = {leftHalf}, .awaitingFragileConfirmation = true}), std::nullopt);
 }
 
-TEST(ShortcutRecorderModelTest, AConflictNamesWhoHasTheCombinationAndWhatBecomesOfThem) {
+TEST(ShortcutRecorderModelTest, AConflictHasPlacesForWhoHasTheCombination) {
     EXPECT_EQ(recorderQuestion({.pendingShortcut = combination, .conflictingActions = {topLeft}}),
-              (ShortcutRecorderQuestion{"This shortcut is already used by Top Left.",
-                                        "Top Left will have no shortcut until you assign a new one."}));
-    EXPECT_EQ(recorderQuestion({.pendingShortcut = combination, .conflictingActions = {leftHalf, topLeft}}),
-              (ShortcutRecorderQuestion{"This shortcut is already used by Left, Top Left.",
-                                        "Left, Top Left will have no shortcut until you assign a new one."}));
+              (ShortcutRecorderQuestion{"This shortcut is already used by %1.",
+                                        "%1 will have no shortcut until you assign a new one."}));
 }
 
 TEST(ShortcutRecorderModelTest, AFragileCombinationIsWarnedOf) {
@@ -52,7 +49,7 @@ TEST(ShortcutRecorderModelTest, AConflictIsAskedBeforeAnyWarning) {
                                 .awaitingFragileConfirmation = true,
                                 .awaitingVoiceOverConfirmation = true})
                   ->message,
-              "This shortcut is already used by Left.");
+              "This shortcut is already used by %1.");
 }
 
 TEST(ShortcutRecorderModelTest, TheButtonsAreNamed) {
