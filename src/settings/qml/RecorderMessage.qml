@@ -9,8 +9,10 @@ Item {
 
     readonly property bool isAsking: root.model.question !== ShortcutRecorderViewModel.NoQuestion
 
-    readonly property int hintHeight: hint.text.length > 0 ? hint.height : 0
+    readonly property real shownHeight: root.model.hintIsError ? error.height : hint.height
+    readonly property int hintHeight: root.model.hint.length > 0 ? root.shownHeight : 0
     readonly property int gap: root.isAsking && root.hintHeight > 0 ? BrandTheme.symbolSpacing : 0
+    readonly property real hintY: root.isAsking ? notice.height + root.gap : Math.round((root.height - root.hintHeight) / 2)
 
     implicitHeight: Math.max(64, notice.height + root.gap + root.hintHeight)
 
@@ -28,13 +30,28 @@ Item {
     Txt {
         id: hint
 
-        y: root.isAsking ? notice.height + root.gap : Math.round((root.height - height) / 2)
+        y: root.hintY
         width: parent.width
-        role: root.model.hintIsError ? BrandTheme.strongCaption : BrandTheme.caption
-        color: root.model.hintIsError ? BrandTheme.brick : BrandTheme.slate
-        visible: text.length > 0
+        role: BrandTheme.caption
+        visible: !root.model.hintIsError && text.length > 0
         text: root.model.hint
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
+    }
+
+    // A text of its own: screen readers are told of an alert that comes up.
+    Txt {
+        id: error
+
+        y: root.hintY
+        width: parent.width
+        role: BrandTheme.strongCaption
+        color: BrandTheme.brick
+        visible: root.model.hintIsError
+        text: root.model.hint
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+        Accessible.role: Accessible.AlertMessage
+        Accessible.ignored: false
     }
 }

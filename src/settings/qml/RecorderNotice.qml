@@ -12,6 +12,9 @@ Rectangle {
     required property string text
 
     readonly property int textStart: 40
+    property string lastTitle
+    /// For a moment, in which nothing is drawn, when one question follows another.
+    property bool isRestated: false
 
     implicitHeight: texts.height + 24
     radius: BrandTheme.controlRadius
@@ -19,8 +22,18 @@ Rectangle {
     border.width: 1
     border.color: root.isConflict ? BrandTheme.brickEdge : BrandTheme.sandEdge
     opacity: root.isShown ? 1 : 0
-    visible: root.isShown
-    Accessible.ignored: true
+    visible: root.isShown && !root.isRestated
+    // Screen readers are told of an alert that comes up, and not of other words in it: then it comes up anew.
+    onTitleChanged: {
+        if (root.lastTitle.length > 0 && root.title.length > 0) {
+            root.isRestated = true;
+            root.isRestated = false;
+        }
+        root.lastTitle = root.title;
+    }
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: root.title + " " + root.text
+    Accessible.ignored: false
 
     Behavior on opacity {
         NumberAnimation {

@@ -55,6 +55,23 @@ TEST_F(RecordingTest, SaysWhatToDoAndWhatWasWrong) {
     EXPECT_FALSE(tree().shows("Replace"));
 }
 
+TEST_F(RecordingTest, QuestionsAndErrorsAreAlertsForScreenReaders) {
+    constexpr std::string_view alert = "alert message";
+    ASSERT_NO_FATAL_FAILURE(openPane());
+    ASSERT_NO_FATAL_FAILURE(record("Left"));
+
+    expectShown("label", "Press Escape to cancel — add a modifier to bind Escape itself.");
+    keyboard().press(a);
+    expectShown(alert, "Include at least one of Command, Control, or Option.");
+    keyboard().press({leftSuper, leftAlt}, right);
+    expectShown(alert,
+                "This shortcut is already used by Right. Right will have no shortcut until you assign a new one.");
+    keyboard().press({leftAlt}, k);
+    expectShown(alert,
+                "Shortcuts without Command or Control can fail to register on some macOS versions. Add Command or "
+                "Control for a more reliable global shortcut.");
+}
+
 TEST_F(RecordingTest, EscapeWithAModifierIsRecorded) {
     ASSERT_NO_FATAL_FAILURE(openPane());
     ASSERT_NO_FATAL_FAILURE(record("Left"));
