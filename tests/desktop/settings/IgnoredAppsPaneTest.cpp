@@ -168,6 +168,24 @@ TEST_F(IgnoredAppsPaneTest, LongAndForeignNamesLeaveTheButtonsWhereTheyAre) {
     }
 }
 
+TEST_F(IgnoredAppsPaneTest, ANameThatIsCutCanBeReadWholeAtThePointer) {
+    const std::string identifier = "b." + std::string(100, 'x');
+    std::string name = "An application";
+    for (int word = 0; word < 10; ++word) name += " with a long name";
+    install("a.short", "Short");
+    install(identifier, name);
+    storeIgnored({"a.short", identifier});
+    ASSERT_NO_FATAL_FAILURE(openPane());
+    ASSERT_NO_FATAL_FAILURE(resizeToMinimum());
+
+    click("label", name);
+    const PixelRect tip = frameOf("label", name + "\n" + identifier);
+    EXPECT_TRUE(isInTheWindow(tip)) << tip << " in " << windowFrame();
+    EXPECT_GT(tip.height, frameOf("label", name).height * 3);
+    click("label", "Short");
+    EXPECT_TRUE(goes(name + "\n" + identifier));
+}
+
 TEST_F(IgnoredAppsPaneTest, IdentifiersThatCannotBeReadHaveARowLikeOthers) {
     storeIgnored({"", "a.short", "b\\nin\\nlines", "c.\u202Emoc"});
     ASSERT_NO_FATAL_FAILURE(openPane());
