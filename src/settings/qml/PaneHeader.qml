@@ -1,7 +1,8 @@
 import QtQuick
 import Velmorand.Settings
 
-/// The title line of a pane, with room for a button at its right, and the caption below.
+/// The title line of a pane, with room for a button at its right, and the caption below. Where both do not fit into a
+/// line, the button is below everything.
 Item {
     id: root
 
@@ -10,12 +11,15 @@ Item {
     property int bottomPadding: 0
     default property alias button: holder.data
 
-    implicitHeight: (captionText.visible ? captionText.y + captionText.height : titleText.height) + root.bottomPadding
+    readonly property bool fits: titleText.implicitWidth + holder.width <= root.width
+    readonly property real textHeight: captionText.visible ? captionText.y + captionText.height : titleText.height
+
+    implicitHeight: (root.fits ? root.textHeight : holder.y + holder.height) + root.bottomPadding
 
     Txt {
         id: titleText
 
-        width: root.width - holder.width
+        width: root.fits ? root.width - holder.width : root.width
         role: BrandTheme.paneTitle
         isHeading: true
         text: root.title
@@ -25,7 +29,8 @@ Item {
     Item {
         id: holder
 
-        anchors.right: parent.right
+        x: root.fits ? root.width - holder.width : 0
+        y: root.fits ? 0 : root.textHeight + BrandTheme.blockSpacing
         width: childrenRect.width
         height: childrenRect.height
     }

@@ -92,6 +92,17 @@ TEST_P(LongTextTest, AboutStaysInThePane) {
     EXPECT_GE(frameOf("", "support@velmorand.app").x, frameOf("", "Support").right());
 }
 
+TEST_P(LongTextTest, TheTitleOfAPaneIsInOneLineBesideOrAboveItsButton) {
+    constexpr int lineHeight = 32;
+    ASSERT_NO_FATAL_FAILURE(openSmallest(GetParam(), "Shortcuts"));
+
+    const PixelRect heading = frameOf("heading", "Shortcuts");
+    const PixelRect button = frameOf("push button", "Reset Defaults");
+    EXPECT_LT(heading.height, 2 * lineHeight * GetParam() / 100);
+    EXPECT_TRUE(heading.right() <= button.x || heading.bottom() <= button.y) << heading << " and " << button;
+    EXPECT_LE(button.right(), observer().visibleFrame(window()).value_or(PixelRect{}).right());
+}
+
 INSTANTIATE_TEST_SUITE_P(At, LongTextTest, testing::Values(100, 125, 200),
                          [](const auto& percent) { return fmt::format("{}Percent", percent.param); });
 
