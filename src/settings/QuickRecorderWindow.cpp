@@ -1,7 +1,7 @@
 #include "settings/QuickRecorderWindow.h"
 
-#include "settings/QtText.h"
 #include "settings/ShortcutRecorderViewModel.h"
+#include "settings/TranslatedText.h"
 #include "settings/WindowFrame.h"
 #include "shortcuts/ShortcutRecorderModel.h"
 
@@ -22,7 +22,7 @@ constexpr QMargins usualDecorations{1, 40, 1, 1};
 class QuickRecorderWindow::View final : public QQuickView {
 public:
     View(ShortcutRecorderViewModel& model, QQuickView& settingsWindow) : QQuickView(settingsWindow.engine(), nullptr) {
-        setTitle(toQString(recorderTitle));
+        setTitle(translated("ShortcutRecorder", recorderTitle));
         setFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
         setTransientParent(&settingsWindow);
         setColor(settingsWindow.color());
