@@ -41,7 +41,7 @@ Tries to break the program on random desktops in memory.
   --steps N      how many steps on each (300)
   --jobs N       how many at a time (as many as there are cores)
   --replay SEED  does the steps of this seed and prints what happens
-  --shrink SEED  prints the fewest steps of this seed that still fail
+  --shrink SEED  prints the fewest steps of this seed that still fail, as a run that fails does for its first one
 )";
 
 /// Absent for anything but a whole number that is not negative.
@@ -147,8 +147,10 @@ int runAll(const Options& options, std::string_view program) {
                       static_cast<double>(findings.steps) / seconds, findings.failed.size()));
     if (findings.failed.empty()) return 0;
     const std::string command = fmt::format("{} --steps {}", program, options.steps);
-    print(fmt::format("To see what happens: {} --replay {}", command, findings.failed.front()));
-    print(fmt::format("The fewest steps that still fail: {} --shrink {}", command, findings.failed.front()));
+    const std::uint64_t seed = *std::ranges::min_element(findings.failed);
+    print(fmt::format("To see what happens: {} --replay {}", command, seed));
+    print(fmt::format("The fewest steps that still fail ({} --shrink {}):", command, seed));
+    shrink(seed, makeSteps(seed, options.steps));
     return 1;
 }
 
