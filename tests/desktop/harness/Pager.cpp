@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 
 namespace velmorand::desktop {
 
@@ -10,6 +12,7 @@ namespace {
 
 /// The "source indication" of the window manager messages: a pager, so the user's own wish.
 constexpr std::uint32_t fromPager = 2;
+constexpr std::chrono::milliseconds asksAgainAfter{2000};
 constexpr std::string_view horizontally = "_NET_WM_STATE_MAXIMIZED_HORZ";
 constexpr std::string_view vertically = "_NET_WM_STATE_MAXIMIZED_VERT";
 constexpr std::string_view fullscreen = "_NET_WM_STATE_FULLSCREEN";
@@ -22,12 +25,16 @@ std::string text(const std::optional<PixelRect>& frame) {
 
 Pager::Outcome Pager::activate(xcb_window_t window, std::chrono::milliseconds timeout) {
     auto& connection = observer_.connection();
-    connection.sendToWindowManager(window, "_NET_ACTIVE_WINDOW", {fromPager, XCB_CURRENT_TIME, 0, 0, 0});
     const auto hasFocus = [&] {
         const auto focus = connection.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(connection.raw()));
         return focus && focus->focus != observer_.connection().root() && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT;
     };
-    if (observer_.waitUntil([&] { return observer_.activeWindow() == window && hasFocus(); }, timeout)) return {};
+    const auto isActive = [&] { return observer_.activeWindow() == window && hasFocus(); };
+    // A window that has just come up may ask for the keyboard once more behind this request.
+    for (auto left = timeout; left > left.zero(); left -= asksAgainAfter) {
+        connection.sendToWindowManager(window, "_NET_ACTIVE_WINDOW", {fromPager, XCB_CURRENT_TIME, 0, 0, 0});
+        if (observer_.waitUntil(isActive, std::min(left, asksAgainAfter))) return {};
+    }
     return std::unexpected(HarnessError{
         fmt::format("window {:#x} was not activated; active is {:#x}", window, observer_.activeWindow().value_or(0))});
 }
