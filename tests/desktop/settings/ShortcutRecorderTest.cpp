@@ -33,8 +33,8 @@ void ShortcutRecorderTest::openPane() {
     openPane(demoActions().size());
 }
 
-void ShortcutRecorderTest::openPane(std::size_t shortcuts, const Environment& additions) {
-    ASSERT_NO_FATAL_FAILURE(startProgram(additions, shortcuts));
+void ShortcutRecorderTest::openPane(std::size_t shortcuts) {
+    ASSERT_NO_FATAL_FAILURE(startProgram({}, shortcuts));
     ASSERT_NO_FATAL_FAILURE(openWindow());
     choosePane("Shortcuts");
     expectShown("push button", "Restore Previous Frame");

@@ -16,7 +16,7 @@ protected:
     /// Lays the document out that the program finds when it starts.
     void store(std::string_view document);
     /// Starts the program, which registers so many shortcuts, and shows the pane.
-    void openPane(std::size_t shortcuts, const Environment& additions = {});
+    void openPane(std::size_t shortcuts);
     void openPane();
 
     /// Presses the row over the accessibility bus; returns when the recorder has the keyboard.
