@@ -4,7 +4,6 @@
 #include "platform/Logger.h"
 #include "settings/SettingsWindow.h"
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>

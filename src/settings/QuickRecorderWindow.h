@@ -8,7 +8,6 @@
 #include <memory>
 
 class QQuickView;
-class QWindow;
 
 namespace velmorand {
 

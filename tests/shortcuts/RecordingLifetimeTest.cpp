@@ -7,9 +7,7 @@ namespace {
 using testing::ElementsAre;
 using enum WindowAction;
 
-constexpr auto command = ShortcutModifiers::command;
 constexpr auto control = ShortcutModifiers::control;
-constexpr auto option = ShortcutModifiers::option;
 
 /// When a recording begins and ends.
 class RecordingLifetimeTest : public ShortcutRecorderFixture {};

@@ -5,7 +5,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::SizeIs;
 using enum WindowAction;
 
 constexpr auto command = ShortcutModifiers::command;

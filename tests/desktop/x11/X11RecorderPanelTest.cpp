@@ -8,9 +8,7 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <csignal>
 #include <ostream>
-#include <span>
 
 namespace velmorand::desktop {
 namespace {
